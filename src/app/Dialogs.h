@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+// Alerts and file panels, behind one seam so that flows can be tested with
+// scripted answers.
+class Dialogs {
+ public:
+  struct OpenPanel {
+    QString title;
+    QString startFolder;
+    QStringList extensions;  // empty: any file
+    bool chooseFiles = true;
+    bool chooseFolders = false;
+    bool multipleSelection = false;
+    bool canCreateFolders = false;
+  };
+  struct SavePanel {
+    QString title;
+    QString startFolder;
+    QString fileName;
+  };
+
+  virtual ~Dialogs() = default;
+  // A modal alert with a title, a message and one button.
+  virtual void alert(const QString& title, const QString& message, const QString& button) = 0;
+  // The chosen paths; empty when the panel was cancelled.
+  virtual QStringList chooseToOpen(QWidget* parent, const OpenPanel& panel) = 0;
+  // The chosen path; empty when the panel was cancelled.
+  virtual QString chooseToSave(QWidget* parent, const SavePanel& panel) = 0;
+};

@@ -1,0 +1,37 @@
+#include "app/HeadlessListing.h"
+
+#include "engine/ArchiveOpener.h"
+#include "engine/listing/EntryIcons.h"
+
+#include <cstdio>
+
+int HeadlessListing::run(const QString& archive, const QString& password) {
+  NoEntryIcons icons;
+  ArchiveOpener opener(runner_, icons, *this);
+  opener.open(archive);
+  if (passwordAsked_ && !programMissing_) {
+    if (password.isNull()) {
+      std::fprintf(stderr, "%s: the archive is protected; a password is needed (--password).\n",
+                   qUtf8Printable(archive));
+      return PasswordNeeded;
+    }
+    opener.passwordEntered(password);
+  }
+  return programMissing_ ? ProgramMissing : Listed;
+}
+
+void HeadlessListing::showRows(const ArchiveEntries& rows) {
+  QByteArray text;
+  for (const ArchiveEntry& row : rows) {
+    text += row.name.toUtf8() + '\t' + row.originalSize.toUtf8() + '\t' + row.packedSize.toUtf8() +
+            '\t' + row.crc32.toUtf8() + '\t' + row.dateModified.toUtf8() + '\n';
+  }
+  std::fwrite(text.constData(), 1, static_cast<size_t>(text.size()), stdout);
+  std::fflush(stdout);
+}
+
+void HeadlessListing::reportProblem(const ToolProblem& problem) {
+  if (problem.kind == ToolProblem::Kind::MissingProgram)
+    programMissing_ = true;
+  std::fprintf(stderr, "%s\n", qUtf8Printable(problem.message));
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The settings store: every value is a text under a fixed key, booleans
+// are "YES" and "NO", and readers compare with "YES" exactly, so absence
+// means off unless a key says otherwise.
+namespace PreferencesStore {
+
+QString text(const QString& key);
+bool isYes(const QString& key);
+void setText(const QString& key, const QString& value);
+void setYes(const QString& key, bool yes);
+QStringList list(const QString& key);
+void setList(const QString& key, const QStringList& values);
+
+inline const QString kAutoremoveMacosxFolder = QStringLiteral("autoremoveMACOSXfolder");
+inline const QString kRecentDocuments = QStringLiteral("recentDocuments");
+
+}  // namespace PreferencesStore

@@ -1,0 +1,59 @@
+#include "app/QtDialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace {
+
+// Panels are shown a little translucent, as they were designed.
+constexpr double kPanelOpacity = 0.95;
+
+QString nameFilterFor(const QStringList& extensions) {
+  if (extensions.isEmpty())
+    return {};
+  QStringList patterns;
+  for (const QString& extension : extensions)
+    patterns << QStringLiteral("*.") + extension;
+  return QObject::tr("Archives (%1)").arg(patterns.join(u' '));
+}
+
+}  // namespace
+
+void QtDialogs::alert(const QString& title, const QString& message, const QString& button) {
+  QMessageBox box(QApplication::activeWindow());
+  box.setWindowTitle(title);
+  box.setText(title);
+  box.setInformativeText(message);
+  box.setIcon(QMessageBox::Warning);
+  box.addButton(button.isEmpty() ? QStringLiteral("OK") : button, QMessageBox::AcceptRole);
+  box.exec();
+}
+
+QStringList QtDialogs::chooseToOpen(QWidget* parent, const OpenPanel& panel) {
+  QFileDialog dialog(parent, panel.title, panel.startFolder, nameFilterFor(panel.extensions));
+  dialog.setWindowOpacity(kPanelOpacity);
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  if (panel.chooseFolders && !panel.chooseFiles)
+    dialog.setFileMode(QFileDialog::Directory);
+  else if (panel.multipleSelection)
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+  else
+    dialog.setFileMode(QFileDialog::ExistingFile);
+  if (!panel.canCreateFolders)
+    dialog.setOption(QFileDialog::ReadOnly, true);
+  if (dialog.exec() != QDialog::Accepted)
+    return {};
+  return dialog.selectedFiles();
+}
+
+QString QtDialogs::chooseToSave(QWidget* parent, const SavePanel& panel) {
+  QFileDialog dialog(parent, panel.title, panel.startFolder);
+  dialog.setWindowOpacity(kPanelOpacity);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.selectFile(panel.fileName);
+  if (dialog.exec() != QDialog::Accepted)
+    return {};
+  return dialog.selectedFiles().value(0);
+}

@@ -1,0 +1,103 @@
+#include "app/HeadlessListing.h"
+#include "app/QtDesktop.h"
+#include "app/QtDialogs.h"
+#include "engine/Engine.h"
+#include "engine/ProcessToolRunner.h"
+#include "engine/ResourceIcons.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QIcon>
+#include <QMainWindow>
+
+#include <memory>
+
+namespace {
+
+struct CommandLine {
+  bool list = false;
+  QString password;
+  QStringList files;
+};
+
+void describe(QCommandLineParser& parser) {
+  parser.setApplicationDescription(QStringLiteral(
+      "Quillet, an archive manager.\n\n"
+      "quillet [FILE...] opens the window (with the archive FILE).\n"
+      "quillet --list [--password TEXT] ARCHIVE opens ARCHIVE as the window would and prints\n"
+      "one line per entry, the fields Name, OriginalSize, PackedSize, CRC32 and DateModified\n"
+      "separated by tabs. Exit status: 0 listed (a type that lists nothing prints nothing),\n"
+      "3 the archive is protected and no password was given, 4 a program it needs is missing."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  parser.addOption(
+      {QStringLiteral("list"), QStringLiteral("Print the entries of ARCHIVE and quit.")});
+  parser.addOption({QStringLiteral("password"),
+                    QStringLiteral("The password of a protected archive."),
+                    QStringLiteral("TEXT")});
+  parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Archives to open."),
+                               QStringLiteral("[FILE...]"));
+}
+
+CommandLine parse(const QCoreApplication& application) {
+  QCommandLineParser parser;
+  describe(parser);
+  parser.process(application);
+  CommandLine line;
+  line.list = parser.isSet(QStringLiteral("list"));
+  if (parser.isSet(QStringLiteral("password")))
+    line.password = parser.value(QStringLiteral("password"));
+  line.files = parser.positionalArguments();
+  if (line.list && line.files.size() != 1)
+    parser.showHelp(2);
+  return line;
+}
+
+bool wantsHeadlessListing(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    if (qstrcmp(argv[i], "--list") == 0)
+      return true;
+  }
+  return false;
+}
+
+void setIdentity() {
+  QCoreApplication::setOrganizationName(QStringLiteral("Quillet"));
+  QCoreApplication::setApplicationName(QStringLiteral("Quillet"));
+  QCoreApplication::setApplicationVersion(QStringLiteral(QUILLET_VERSION));
+}
+
+int listHeadless(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  setIdentity();
+  const CommandLine line = parse(application);
+  ProcessToolRunner runner;
+  HeadlessListing listing(runner);
+  return listing.run(line.files.first(), line.password);
+}
+
+int runWindow(int argc, char** argv) {
+  QApplication application(argc, argv);
+  setIdentity();
+  QApplication::setDesktopFileName(QStringLiteral("quillet"));
+  QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+  QApplication::setWindowIcon(ResourceIcons::named(QStringLiteral("quillet")));
+  const CommandLine line = parse(application);
+
+  ProcessToolRunner runner;
+  QtDialogs dialogs;
+  QtDesktop desktop;
+  Engine engine(runner, dialogs, desktop);
+  engine.ui().mainWindow->show();
+  if (!line.files.isEmpty())
+    engine.openDialog({line.files.first()}, 1);
+  return application.exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (wantsHeadlessListing(argc, argv))
+    return listHeadless(argc, argv);
+  return runWindow(argc, argv);
+}

@@ -1,0 +1,195 @@
+#include "engine/Engine.h"
+
+#include "app/Desktop.h"
+#include "app/Dialogs.h"
+#include "app/DropZone.h"
+#include "app/PreferencesStore.h"
+#include "engine/ArchiveType.h"
+#include "engine/EntriesModel.h"
+#include "engine/PasswordPanel.h"
+#include "engine/ResourceIcons.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QTabWidget>
+
+namespace {
+
+constexpr int kTabSwitchIntervalMs = 111;
+constexpr int kPanelOk = 1;
+constexpr int kRecentDocumentsKept = 10;
+constexpr int kArchiveIconSize = 64;
+
+enum Tab { OpenedArchiveTab = 0, CreateArchiveTab = 1, BackupTab = 2, DiskImageTab = 3 };
+
+}  // namespace
+
+Engine::Engine(ToolRunner& runner, Dialogs& dialogs, Desktop& desktop, QObject* parent)
+    : QObject(parent),
+      dialogs_(dialogs),
+      ui_(MainWindowUi::build(dialogs)),
+      enterPasswordDlg_(new PasswordPanel(ui_.mainWindow)),
+      icons_(desktop),
+      opener_(runner, icons_, *this) {
+  connect(ui_.openAction, &QAction::triggered, this, &Engine::btnOpenAction);
+  connect(ui_.quitAction, &QAction::triggered, ui_.mainWindow, &QMainWindow::close);
+  connect(ui_.btnExpandArchiveFilePreview, &QAction::toggled, ui_.drawerObject,
+          &QDockWidget::setVisible);
+  connect(ui_.drawerObject, &QDockWidget::visibilityChanged, ui_.btnExpandArchiveFilePreview,
+          [this](bool visible) {
+            if (!visible && !ui_.mainWindow->isMinimized())
+              ui_.btnExpandArchiveFilePreview->setChecked(false);
+          });
+  connect(enterPasswordDlg_, &PasswordPanel::okPressed, this, &Engine::btnPasswordProtectedDlgOK);
+  connect(enterPasswordDlg_, &PasswordPanel::closePressed, this, &Engine::btnClosePasswordDlg);
+  connect(ui_.openRecentMenu, &QMenu::aboutToShow, this, &Engine::rebuildRecentMenu);
+  rebuildRecentMenu();
+
+  connect(&tabSwitchTimer_, &QTimer::timeout, this, &Engine::tabSwitchObserver);
+  tabSwitchTimer_.start(kTabSwitchIntervalMs);
+}
+
+Engine::~Engine() {
+  delete ui_.mainWindow;
+}
+
+void Engine::btnOpenAction() {
+  ui_.tabContainer->setCurrentIndex(OpenedArchiveTab);
+  Dialogs::OpenPanel panel;
+  panel.title = QStringLiteral("Select archive to open");
+  panel.extensions = ArchiveType::openPanelExtensions();
+  const QStringList chosen = dialogs_.chooseToOpen(ui_.mainWindow, panel);
+  openDialog(chosen, chosen.isEmpty() ? 0 : kPanelOk);
+}
+
+void Engine::openDialog(const QStringList& sheet, int returnCode) {
+  if (returnCode != kPanelOk || sheet.isEmpty())
+    return;
+  opener_.open(sheet.first());
+}
+
+void Engine::btnPasswordProtectedDlgOK() {
+  opener_.passwordEntered(enterPasswordDlg_->passwordTextField()->text());
+}
+
+void Engine::btnClosePasswordDlg() {
+  opener_.passwordPanelClosed();
+}
+
+void Engine::fillListBoxWithArchiveContent() {
+  opener_.fillListBoxWithArchiveContent();
+}
+
+void Engine::tabSwitchObserver() {
+  switch (ui_.tabContainer->currentIndex()) {
+    case CreateArchiveTab:
+      ui_.dropZone->show();
+      ui_.drawerObject->hide();
+      ui_.btnExpandArchiveFilePreview->setChecked(false);
+      break;
+    case OpenedArchiveTab:
+      ui_.dropZone->hide();
+      break;
+    case BackupTab:
+    case DiskImageTab:
+      ui_.dropZone->hide();
+      ui_.drawerObject->hide();
+      ui_.btnExpandArchiveFilePreview->setChecked(false);
+      break;
+    default:
+      break;
+  }
+}
+
+void Engine::startSpinner() {
+  ui_.loadingArchiveListingLoader->show();
+}
+
+void Engine::stopSpinner() {
+  ui_.loadingArchiveListingLoader->hide();
+}
+
+void Engine::showArchive(const OpenedArchive& archive) {
+  ui_.CRC32TextBox->setText(archive.crc32);
+  ui_.filename->setText(archive.filename);
+  ui_.filepath->setText(archive.filepath);
+  ui_.filepath->setCursorPosition(0);
+  ui_.mainWindow->setWindowTitle(archive.filepath);
+  ui_.filesize->setText(archive.filesize);
+  ui_.archivetype->setText(archive.archivetype);
+  const QString icon = ArchiveType::iconResource(archive.archivetype);
+  if (!icon.isEmpty()) {
+    const QPixmap image = ResourceIcons::named(icon).pixmap(kArchiveIconSize);
+    ui_.archiveIconView->setPixmap(image);
+    if (ArchiveType::setsConverterIcon(archive.archivetype))
+      ui_.sourceArchive4ConvertionIcon->setPixmap(image);
+  }
+  ui_.mainWindow->statusBar()->clearMessage();
+}
+
+void Engine::noteRecentDocument(const QString& path) {
+  QStringList recent = PreferencesStore::list(PreferencesStore::kRecentDocuments);
+  recent.removeAll(path);
+  recent.prepend(path);
+  PreferencesStore::setList(PreferencesStore::kRecentDocuments,
+                            recent.mid(0, kRecentDocumentsKept));
+  rebuildRecentMenu();
+}
+
+bool Engine::passwordPanelVisible() const {
+  return enterPasswordDlg_->isVisible();
+}
+
+void Engine::showPasswordPanel() {
+  enterPasswordDlg_->centreAndShow();
+}
+
+void Engine::hidePasswordPanel() {
+  enterPasswordDlg_->hide();
+}
+
+void Engine::showRows(const ArchiveEntries& rows) {
+  ui_.oppenedArchiveArrayController->setEntries(rows);
+  ui_.fieldOpenedArchiveNumberOfFiles->setText(
+      QString::asprintf("%i", static_cast<int>(rows.size())));
+}
+
+void Engine::reportProblem(const ToolProblem& problem) {
+  showStatus(problem.message);
+  if (problem.kind == ToolProblem::Kind::MissingProgram)
+    dialogs_.alert(tr("Missing program"), problem.message, QStringLiteral("OK"));
+}
+
+void Engine::showStatus(const QString& message) {
+  ui_.mainWindow->statusBar()->showMessage(message);
+}
+
+void Engine::rebuildRecentMenu() {
+  QMenu* menu = ui_.openRecentMenu;
+  menu->clear();
+  const QStringList recent = PreferencesStore::list(PreferencesStore::kRecentDocuments);
+  for (const QString& path : recent) {
+    QAction* action = menu->addAction(QFileInfo(path).fileName());
+    action->setToolTip(path);
+    action->setStatusTip(path);
+    connect(action, &QAction::triggered, this, [this, path] {
+      ui_.tabContainer->setCurrentIndex(OpenedArchiveTab);
+      openDialog({path}, kPanelOk);
+    });
+  }
+  menu->setEnabled(!recent.isEmpty());
+  if (!recent.isEmpty()) {
+    menu->addSeparator();
+    connect(menu->addAction(tr("Clear Menu")), &QAction::triggered, this, [this] {
+      PreferencesStore::setList(PreferencesStore::kRecentDocuments, {});
+      rebuildRecentMenu();
+    });
+  }
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "engine/ArchiveOpener.h"
+#include "engine/MainWindowUi.h"
+#include "engine/OpeningWindow.h"
+#include "engine/listing/CachedEntryIcons.h"
+
+#include <QObject>
+#include <QTimer>
+
+class Desktop;
+class Dialogs;
+class PasswordPanel;
+class ToolRunner;
+
+// The main window's controller: the opened archive, its listing and the
+// tabs around it.
+class Engine : public QObject, public OpeningWindow {
+  Q_OBJECT
+
+ public:
+  Engine(ToolRunner& runner, Dialogs& dialogs, Desktop& desktop, QObject* parent = nullptr);
+  ~Engine() override;
+
+  const MainWindowUi& ui() const { return ui_; }
+  PasswordPanel* enterPasswordDlg() const { return enterPasswordDlg_; }
+  const OpenedArchive& archive() const { return opener_.archive(); }
+
+  void btnOpenAction();
+  // The open panel's end: returnCode 1 is OK.
+  void openDialog(const QStringList& sheet, int returnCode);
+  void btnPasswordProtectedDlgOK();
+  void btnClosePasswordDlg();
+  void fillListBoxWithArchiveContent();
+  void tabSwitchObserver();
+
+  // OpeningWindow
+  void startSpinner() override;
+  void stopSpinner() override;
+  void showArchive(const OpenedArchive& archive) override;
+  void noteRecentDocument(const QString& path) override;
+  bool passwordPanelVisible() const override;
+  void showPasswordPanel() override;
+  void hidePasswordPanel() override;
+  void showRows(const ArchiveEntries& rows) override;
+  void reportProblem(const ToolProblem& problem) override;
+
+ private:
+  void rebuildRecentMenu();
+  void showStatus(const QString& message);
+
+  Dialogs& dialogs_;
+  MainWindowUi ui_;
+  PasswordPanel* enterPasswordDlg_;
+  CachedEntryIcons icons_;
+  ArchiveOpener opener_;
+  QTimer tabSwitchTimer_;
+};

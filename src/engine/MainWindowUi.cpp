@@ -1,0 +1,239 @@
+#include "engine/MainWindowUi.h"
+
+#include "app/DropZone.h"
+#include "engine/EntriesModel.h"
+#include "engine/ResourceIcons.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDockWidget>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kArchiveIconSize = 64;
+constexpr int kRowHeight = 24;
+
+template <typename Widget>
+Widget* named(Widget* widget, const char* objectName) {
+  widget->setObjectName(QString::fromLatin1(objectName));
+  return widget;
+}
+
+QLineEdit* fieldNamed(const char* objectName) {
+  auto* field = named(new QLineEdit, objectName);
+  field->setReadOnly(true);
+  field->setFrame(false);
+  field->setFocusPolicy(Qt::ClickFocus);
+  field->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
+  return field;
+}
+
+QWidget* placeholderTab(const QString& text) {
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  auto* label = new QLabel(text);
+  label->setAlignment(Qt::AlignCenter);
+  label->setEnabled(false);
+  layout->addWidget(label);
+  return page;
+}
+
+void buildArchiveHeader(MainWindowUi& ui, QVBoxLayout* page) {
+  auto* header = new QHBoxLayout;
+  ui.archiveIconView = named(new QLabel, "archiveIconView");
+  ui.archiveIconView->setFixedSize(kArchiveIconSize, kArchiveIconSize);
+  ui.archiveIconView->setPixmap(
+      ResourceIcons::named(QStringLiteral("archive")).pixmap(kArchiveIconSize));
+  header->addWidget(ui.archiveIconView, 0, Qt::AlignTop);
+
+  ui.filename = fieldNamed("filename");
+  QFont nameFont = ui.filename->font();
+  nameFont.setPointSizeF(nameFont.pointSizeF() * 1.3);
+  nameFont.setBold(true);
+  ui.filename->setFont(nameFont);
+  ui.filename->setPlaceholderText(QObject::tr("No archive open"));
+  ui.filepath = fieldNamed("filepath");
+  ui.archivetype = fieldNamed("archivetype");
+  ui.filesize = fieldNamed("filesize");
+  ui.CRC32TextBox = fieldNamed("CRC32TextBox");
+  ui.fieldOpenedArchiveNumberOfFiles = fieldNamed("fieldOpenedArchiveNumberOfFiles");
+
+  auto* details = new QFormLayout;
+  details->setHorizontalSpacing(12);
+  details->setVerticalSpacing(2);
+  details->addRow(QObject::tr("Location:"), ui.filepath);
+  auto* facts = new QHBoxLayout;
+  for (auto [label, field] :
+       {std::pair{QObject::tr("Type:"), ui.archivetype},
+        std::pair{QObject::tr("Size:"), ui.filesize},
+        std::pair{QObject::tr("CRC32:"), ui.CRC32TextBox},
+        std::pair{QObject::tr("Files:"), ui.fieldOpenedArchiveNumberOfFiles}}) {
+    auto* caption = new QLabel(label);
+    caption->setBuddy(field);
+    facts->addWidget(caption);
+    facts->addWidget(field, 1);
+  }
+  details->addRow(facts);
+
+  auto* text = new QVBoxLayout;
+  text->addWidget(ui.filename);
+  text->addLayout(details);
+  header->addLayout(text, 1);
+  page->addLayout(header);
+}
+
+QTableView* buildEntriesTable(MainWindowUi& ui, QWidget* parent) {
+  ui.oppenedArchiveArrayController = new EntriesModel(parent);
+  ui.oppenedArchiveArrayController->setObjectName(QStringLiteral("oppenedArchiveArrayController"));
+  auto* table = named(new QTableView, "openedArchiveTableView");
+  table->setModel(ui.oppenedArchiveArrayController);
+  table->setSelectionBehavior(QAbstractItemView::SelectRows);
+  table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table->setAlternatingRowColors(true);
+  table->setShowGrid(false);
+  table->setWordWrap(false);
+  table->setIconSize(QSize(18, 18));
+  table->setAttribute(Qt::WA_MacShowFocusRect, false);
+  table->verticalHeader()->hide();
+  table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  table->verticalHeader()->setDefaultSectionSize(kRowHeight);
+  QHeaderView* columns = table->horizontalHeader();
+  columns->setHighlightSections(false);
+  columns->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  columns->setSectionResizeMode(QHeaderView::Interactive);
+  columns->setSectionResizeMode(EntriesModel::Name, QHeaderView::Stretch);
+  columns->resizeSection(EntriesModel::OriginalSize, 110);
+  columns->resizeSection(EntriesModel::PackedSize, 110);
+  columns->resizeSection(EntriesModel::Crc32, 100);
+  columns->resizeSection(EntriesModel::DateModified, 200);
+  ui.openedArchiveTableView = table;
+  return table;
+}
+
+QWidget* buildArchiveTab(MainWindowUi& ui) {
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  buildArchiveHeader(ui, layout);
+
+  auto* splitter = new QSplitter(Qt::Vertical);
+  splitter->addWidget(buildEntriesTable(ui, page));
+  ui.fileContentView = named(new QPlainTextEdit, "fileContentView");
+  ui.fileContentView->setReadOnly(true);
+  ui.fileContentView->setPlaceholderText(
+      QObject::tr("Messages of the last operation appear here."));
+  splitter->addWidget(ui.fileContentView);
+  splitter->setStretchFactor(0, 4);
+  splitter->setStretchFactor(1, 1);
+  splitter->setChildrenCollapsible(false);
+  layout->addWidget(splitter, 1);
+  return page;
+}
+
+void buildMenusAndToolbar(MainWindowUi& ui) {
+  QMainWindow* window = ui.mainWindow;
+  ui.openAction = new QAction(
+      ResourceIcons::themed(QStringLiteral("document-open"), QStringLiteral("action-open")),
+      QObject::tr("&Open…"), window);
+  ui.openAction->setObjectName(QStringLiteral("btnOpenAction"));
+  ui.openAction->setShortcut(QKeySequence::Open);
+  ui.openAction->setToolTip(QObject::tr("Open an archive (Ctrl+O)"));
+
+  ui.quitAction = new QAction(QIcon::fromTheme(QStringLiteral("application-exit")),
+                              QObject::tr("&Quit"), window);
+  ui.quitAction->setShortcut(QKeySequence::Quit);
+
+  ui.btnExpandArchiveFilePreview =
+      new QAction(QIcon::fromTheme(QStringLiteral("view-preview"),
+                                   ResourceIcons::named(QStringLiteral("image"))),
+                  QObject::tr("&Preview"), window);
+  ui.btnExpandArchiveFilePreview->setObjectName(QStringLiteral("btnExpandArchiveFilePreview"));
+  ui.btnExpandArchiveFilePreview->setCheckable(true);
+  ui.btnExpandArchiveFilePreview->setShortcut(QKeySequence(Qt::Key_F3));
+
+  QMenu* file = window->menuBar()->addMenu(QObject::tr("&File"));
+  file->addAction(ui.openAction);
+  ui.openRecentMenu = file->addMenu(QObject::tr("Open &Recent"));
+  ui.openRecentMenu->setObjectName(QStringLiteral("openRecentMenu"));
+  file->addSeparator();
+  file->addAction(ui.quitAction);
+  QMenu* view = window->menuBar()->addMenu(QObject::tr("&View"));
+  view->addAction(ui.btnExpandArchiveFilePreview);
+
+  QToolBar* toolbar = window->addToolBar(QObject::tr("Main"));
+  toolbar->setObjectName(QStringLiteral("mainToolbar"));
+  toolbar->setMovable(false);
+  toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  toolbar->setIconSize(QSize(28, 28));
+  toolbar->addAction(ui.openAction);
+  toolbar->addSeparator();
+  toolbar->addAction(ui.btnExpandArchiveFilePreview);
+}
+
+void buildSidePanels(MainWindowUi& ui, Dialogs& dialogs) {
+  ui.dropZone = new DropZone(dialogs, ui.mainWindow);
+  ui.mainWindow->addDockWidget(Qt::RightDockWidgetArea, ui.dropZone);
+  ui.dropZone->hide();
+
+  ui.drawerObject = named(new QDockWidget(QObject::tr("Preview"), ui.mainWindow), "drawerObject");
+  auto* preview = new QLabel(QObject::tr("Select an image in the archive to preview it."));
+  preview->setAlignment(Qt::AlignCenter);
+  preview->setWordWrap(true);
+  preview->setMinimumWidth(200);
+  preview->setEnabled(false);
+  ui.drawerObject->setWidget(preview);
+  ui.drawerObject->setFeatures(QDockWidget::DockWidgetClosable);
+  ui.mainWindow->addDockWidget(Qt::RightDockWidgetArea, ui.drawerObject);
+  ui.drawerObject->hide();
+}
+
+}  // namespace
+
+MainWindowUi MainWindowUi::build(Dialogs& dialogs) {
+  MainWindowUi ui;
+  ui.mainWindow = named(new QMainWindow, "mainWindow");
+  ui.mainWindow->setWindowTitle(QStringLiteral("Quillet"));
+  ui.mainWindow->setWindowIcon(ResourceIcons::named(QStringLiteral("quillet")));
+  ui.mainWindow->resize(960, 640);
+
+  ui.tabContainer = named(new QTabWidget, "tabContainer");
+  ui.tabContainer->setDocumentMode(true);
+  ui.tabContainer->addTab(buildArchiveTab(ui), QObject::tr("Archive"));
+  ui.tabContainer->addTab(placeholderTab(QObject::tr("Creating archives is not available yet.")),
+                          QObject::tr("Create"));
+  ui.tabContainer->addTab(placeholderTab(QObject::tr("Backup is not available yet.")),
+                          QObject::tr("Backup"));
+  ui.tabContainer->addTab(placeholderTab(QObject::tr("Disk images are not available yet.")),
+                          QObject::tr("Disk image"));
+  ui.mainWindow->setCentralWidget(ui.tabContainer);
+
+  buildMenusAndToolbar(ui);
+  buildSidePanels(ui, dialogs);
+
+  ui.loadingArchiveListingLoader = named(new QProgressBar, "loadingArchiveListingLoader");
+  ui.loadingArchiveListingLoader->setRange(0, 0);
+  ui.loadingArchiveListingLoader->setMaximumWidth(140);
+  ui.loadingArchiveListingLoader->setTextVisible(false);
+  ui.loadingArchiveListingLoader->hide();
+  ui.mainWindow->statusBar()->addPermanentWidget(ui.loadingArchiveListingLoader);
+
+  ui.sourceArchive4ConvertionIcon =
+      named(new QLabel(ui.mainWindow), "sourceArchive4ConvertionIcon");
+  ui.sourceArchive4ConvertionIcon->hide();
+  return ui;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+class Dialogs;
+class DropZone;
+class EntriesModel;
+class QAction;
+class QDockWidget;
+class QLabel;
+class QLineEdit;
+class QMainWindow;
+class QMenu;
+class QPlainTextEdit;
+class QProgressBar;
+class QTabWidget;
+class QTableView;
+class QWidget;
+
+// The widgets of the main window, built in one place; their object names
+// are the names the rest of Quillet and its tests know them by.
+struct MainWindowUi {
+  QMainWindow* mainWindow = nullptr;
+  QTabWidget* tabContainer = nullptr;
+
+  QLabel* archiveIconView = nullptr;
+  QLabel* sourceArchive4ConvertionIcon = nullptr;
+  QLineEdit* filename = nullptr;
+  QLineEdit* filepath = nullptr;
+  QLineEdit* archivetype = nullptr;
+  QLineEdit* filesize = nullptr;
+  QLineEdit* CRC32TextBox = nullptr;
+  QLineEdit* fieldOpenedArchiveNumberOfFiles = nullptr;
+  QProgressBar* loadingArchiveListingLoader = nullptr;
+  QTableView* openedArchiveTableView = nullptr;
+  EntriesModel* oppenedArchiveArrayController = nullptr;
+  QPlainTextEdit* fileContentView = nullptr;
+
+  QAction* openAction = nullptr;
+  QMenu* openRecentMenu = nullptr;
+  QAction* quitAction = nullptr;
+  QAction* btnExpandArchiveFilePreview = nullptr;
+
+  DropZone* dropZone = nullptr;
+  QDockWidget* drawerObject = nullptr;
+
+  static MainWindowUi build(Dialogs& dialogs);
+};

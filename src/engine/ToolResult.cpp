@@ -1,0 +1,23 @@
+#include "engine/ToolRunner.h"
+
+#include <QList>
+
+QString ToolResult::text() const {
+  if (!outputIsUtf8())
+    return {};
+  return QString::fromUtf8(output);
+}
+
+bool ToolResult::outputIsUtf8() const {
+  return output.isValidUtf8();
+}
+
+QString ToolResult::lastErrorLine() const {
+  const QList<QByteArray> lines = errors.split('\n');
+  for (auto line = lines.crbegin(); line != lines.crend(); ++line) {
+    const QByteArray trimmed = line->trimmed();
+    if (!trimmed.isEmpty())
+      return QString::fromUtf8(trimmed);
+  }
+  return {};
+}

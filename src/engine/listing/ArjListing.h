@@ -1,0 +1,18 @@
+#pragma once
+
+#include "engine/ArchiveEntry.h"
+#include "engine/listing/FixedListing.h"
+
+class EntryIcons;
+
+// The listing of "arj l A". A name longer than the name column stands
+// alone on its line and its values follow on the next one; arj 3.10 ends
+// such a lone name with a blank, which is not part of the name.
+struct ArjLayout {
+  FixedRange range;
+  bool loneNameEndsInBlank = false;
+};
+
+ArjLayout arjLayoutOriginal();
+ArjLayout arjLayout310();
+ArchiveEntries parseArjListing(const OutputLines& lines, EntryIcons& icons);
