@@ -53,10 +53,13 @@ CommandLine parse(const QCoreApplication& application) {
   return line;
 }
 
-bool wantsHeadlessListing(int argc, char** argv) {
+// The listing, the help and the version need no display.
+bool runsWithoutWindow(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
-    if (qstrcmp(argv[i], "--list") == 0)
-      return true;
+    for (const char* option : {"--list", "--help", "-h", "--help-all", "--version", "-v"}) {
+      if (qstrcmp(argv[i], option) == 0)
+        return true;
+    }
   }
   return false;
 }
@@ -97,7 +100,7 @@ int runWindow(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (wantsHeadlessListing(argc, argv))
+  if (runsWithoutWindow(argc, argv))
     return listHeadless(argc, argv);
   return runWindow(argc, argv);
 }

@@ -1,0 +1,191 @@
+#include "FakeDesktop.h"
+#include "FakeDialogs.h"
+#include "app/DropZone.h"
+#include "app/PreferencesStore.h"
+#include "engine/Engine.h"
+#include "engine/EntriesModel.h"
+#include "engine/PasswordPanel.h"
+#include "engine/ProcessToolRunner.h"
+#include "support/TestArchives.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QDockWidget>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+class MainWindowTest : public QObject {
+  Q_OBJECT
+
+ private:
+  QTemporaryDir work_;
+  QString zip_;
+  QString protected7z_;
+
+  static void saveScreenshot(QWidget* window, const QString& name) {
+    const QString folder = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
+    if (folder.isEmpty())
+      return;
+    QDir().mkpath(folder);
+    window->grab().save(folder + u'/' + name);
+  }
+
+ private slots:
+  void initTestCase() {
+    TestArchives::writeSampleTree(work_.path(), "tree");
+    zip_ = work_.filePath("sample archive.zip");
+    protected7z_ = work_.filePath("secret.7z");
+    TestArchives::runIn(work_.path(), "7z", {"a", "-bd", zip_, "tree"});
+    TestArchives::runIn(work_.path(), "7z", {"a", "-bd", "-pabc", "-mhe=on", protected7z_, "tree"});
+    PreferencesStore::setText(PreferencesStore::kAutoremoveMacosxFolder, "NO");
+  }
+
+  void openingShowsTheArchive() {
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    const MainWindowUi& ui = engine.ui();
+    ui.mainWindow->show();
+    ui.tabContainer->setCurrentIndex(2);
+    dialogs.openAnswers << QStringList{zip_};
+
+    ui.openAction->trigger();
+
+    QCOMPARE(ui.tabContainer->currentIndex(), 0);
+    QCOMPARE(dialogs.openPanels.size(), 1);
+    QCOMPARE(dialogs.openPanels[0].title, QString("Select archive to open"));
+    QCOMPARE(dialogs.openPanels[0].extensions.first(), QString("zip"));
+    QVERIFY(!dialogs.openPanels[0].chooseFolders);
+    QCOMPARE(ui.mainWindow->windowTitle(), zip_);
+    QCOMPARE(ui.filename->text(), QString("sample archive.zip"));
+    QCOMPARE(ui.archivetype->text(), QString("zip"));
+    QCOMPARE(ui.CRC32TextBox->text(),
+             TestArchives::crcOfFile(zip_).remove(QRegularExpression("^0+")));
+    QCOMPARE(ui.oppenedArchiveArrayController->rowCount(), 8);
+    QCOMPARE(ui.fieldOpenedArchiveNumberOfFiles->text(), QString("8"));
+    QVERIFY(!ui.archiveIconView->pixmap().isNull());
+    QVERIFY(!ui.sourceArchive4ConvertionIcon->pixmap().isNull());
+    QVERIFY(ui.loadingArchiveListingLoader->isHidden());
+    QVERIFY(dialogs.alerts.isEmpty());
+
+    // Icons are asked for once per extension.
+    QStringList asked = desktop.iconRequests;
+    asked.removeDuplicates();
+    QCOMPARE(asked, desktop.iconRequests);
+
+    QCOMPARE(PreferencesStore::list(PreferencesStore::kRecentDocuments).value(0), zip_);
+    ui.openRecentMenu->aboutToShow();
+    QCOMPARE(ui.openRecentMenu->actions().value(0)->text(), QString("sample archive.zip"));
+
+    ui.openedArchiveTableView->selectRow(3);
+    saveScreenshot(ui.mainWindow, "main-window.png");
+  }
+
+  void aCancelledPanelChangesNothing() {
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    engine.btnOpenAction();
+    QCOMPARE(engine.ui().filename->text(), QString());
+    QVERIFY(!engine.archive().isOpen());
+  }
+
+  void thePasswordPanelListsWithThePassword() {
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    engine.ui().mainWindow->show();
+    engine.openDialog({protected7z_}, 1);
+    PasswordPanel* panel = engine.enterPasswordDlg();
+    QVERIFY(panel->isVisible());
+    QCOMPARE(engine.ui().oppenedArchiveArrayController->rowCount(), 0);
+    saveScreenshot(panel, "password-panel.png");
+
+    QTest::keyClicks(panel->passwordTextField(), "abc");
+    panel->findChild<QPushButton*>("btnPasswordProtectedDlgOK")->click();
+    QVERIFY(!panel->isVisible());
+    QCOMPARE(engine.archive().archivePass, QString("-pabc"));
+    QCOMPARE(engine.ui().oppenedArchiveArrayController->rowCount(), 8);
+  }
+
+  void closingThePasswordPanelKeepsTheRows() {
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    engine.ui().mainWindow->show();
+    engine.openDialog({zip_}, 1);
+    engine.openDialog({protected7z_}, 1);
+    engine.enterPasswordDlg()->findChild<QPushButton*>("btnClosePasswordDlg")->click();
+    QVERIFY(!engine.enterPasswordDlg()->isVisible());
+    QCOMPARE(engine.ui().oppenedArchiveArrayController->rowCount(), 8);
+    QCOMPARE(engine.ui().filename->text(), QString("secret.7z"));
+  }
+
+  void sidePanelsFollowTheTabs() {
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    const MainWindowUi& ui = engine.ui();
+    ui.mainWindow->show();
+    ui.btnExpandArchiveFilePreview->setChecked(true);
+    QVERIFY(ui.drawerObject->isVisible());
+
+    ui.tabContainer->setCurrentIndex(1);
+    engine.tabSwitchObserver();
+    QVERIFY(ui.dropZone->isVisible());
+    QVERIFY(!ui.drawerObject->isVisible());
+    QVERIFY(!ui.btnExpandArchiveFilePreview->isChecked());
+    saveScreenshot(ui.mainWindow, "create-tab.png");
+
+    ui.btnExpandArchiveFilePreview->setChecked(true);
+    ui.tabContainer->setCurrentIndex(0);
+    engine.tabSwitchObserver();
+    QVERIFY(!ui.dropZone->isVisible());
+    QVERIFY(ui.drawerObject->isVisible());
+
+    ui.tabContainer->setCurrentIndex(3);
+    engine.tabSwitchObserver();
+    QVERIFY(!ui.dropZone->isVisible());
+    QVERIFY(!ui.drawerObject->isVisible());
+    QVERIFY(!ui.btnExpandArchiveFilePreview->isChecked());
+  }
+
+  void aMissingProgramIsAnAlert() {
+    QTemporaryDir emptyTools;
+    qputenv("QUILLET_TOOLS_DIR", emptyTools.path().toUtf8());
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    engine.openDialog({zip_}, 1);
+    qputenv("QUILLET_TOOLS_DIR", qgetenv("QUILLET_TEST_TOOLS_DIR"));
+    QCOMPARE(dialogs.alerts.size(), 1);
+    QCOMPARE(dialogs.alerts[0].title, QString("Missing program"));
+    QVERIFY(dialogs.alerts[0].message.contains("7za"));
+    QVERIFY(engine.ui().loadingArchiveListingLoader->isHidden());
+  }
+};
+
+int main(int argc, char** argv) {
+  qputenv("QUILLET_TEST_TOOLS_DIR", qgetenv("QUILLET_TOOLS_DIR"));
+  QApplication application(argc, argv);
+  QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+  MainWindowTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+#include "tst_main_window.moc"

@@ -1,0 +1,71 @@
+#include "support/TestArchives.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <zlib.h>
+
+namespace TestArchives {
+
+QString fixturePath(const QString& relativePath) {
+  return qEnvironmentVariable("QUILLET_FIXTURES") + u'/' + relativePath;
+}
+
+QByteArray fixture(const QString& relativePath) {
+  QFile file(fixturePath(relativePath));
+  if (!file.open(QIODevice::ReadOnly))
+    qFatal("missing fixture %s", qPrintable(file.fileName()));
+  return file.readAll();
+}
+
+QStringList writeSampleTree(const QString& root, const QString& name) {
+  const QList<std::pair<QString, QByteArray>> files = {
+      {"a.txt", "hello\n"},
+      {"dir one/b.bin", QByteArray(5000, 'b') + QByteArray("tail")},
+      {"dir one/sub/ünï cödé.txt", "x\n"},
+      {"empty", ""},
+      {"big.dat", QByteArray(1536, 'z')},
+  };
+  QStringList written;
+  for (const auto& [relative, content] : files) {
+    const QString path = root + u'/' + name + u'/' + relative;
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+      qFatal("cannot write %s", qPrintable(path));
+    file.write(content);
+    written << name + u'/' + relative;
+  }
+  written.sort();
+  return written;
+}
+
+QByteArray runIn(const QString& folder, const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.setWorkingDirectory(folder);
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("LC_ALL", "C.UTF-8");
+  process.setProcessEnvironment(environment);
+  process.setStandardInputFile(QProcess::nullDevice());
+  process.start(program, arguments);
+  if (!process.waitForFinished(120000) || process.exitCode() != 0) {
+    qWarning("%s %s failed: %s", qPrintable(program), qPrintable(arguments.join(' ')),
+             process.readAllStandardError().constData());
+    return {};
+  }
+  return process.readAllStandardOutput();
+}
+
+QString crcOfFile(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly))
+    return {};
+  const QByteArray data = file.readAll();
+  const uLong crc = crc32(crc32(0L, Z_NULL, 0), reinterpret_cast<const Bytef*>(data.constData()),
+                          static_cast<uInt>(data.size()));
+  return QString::asprintf("%08lX", crc);
+}
+
+}  // namespace TestArchives

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/ToolRunner.h"
+#include "engine/listing/EntryIcons.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+// Test data: the shared tool-output fixtures, and real archives made by the
+// installed tools from a small tree of files.
+namespace TestArchives {
+
+QByteArray fixture(const QString& relativePath);
+QString fixturePath(const QString& relativePath);
+
+// Writes a tree with folders, spaces and non-ASCII names under root/name
+// and returns its files' paths relative to root, sorted.
+QStringList writeSampleTree(const QString& root, const QString& name);
+
+// Runs a program in a folder with LC_ALL=C.UTF-8 and fails the test when it
+// does not exit 0.
+QByteArray runIn(const QString& folder, const QString& program, const QStringList& arguments);
+
+// The zlib CRC-32 of a file, as 7-Zip prints it.
+QString crcOfFile(const QString& path);
+
+}  // namespace TestArchives
+
+// Names every icon request, so tests can tell which names got icons.
+class RecordingIcons : public EntryIcons {
+ public:
+  QIcon forName(const QString& name) override {
+    names << name;
+    return {};
+  }
+  QStringList names;
+};
