@@ -21,12 +21,19 @@ int HeadlessListing::run(const QString& archive, const QString& password) {
 }
 
 void HeadlessListing::showRows(const ArchiveEntries& rows) {
-  QByteArray text;
+  QString text;
+  text.reserve(rows.size() * 96);
   for (const ArchiveEntry& row : rows) {
-    text += row.name.toUtf8() + '\t' + row.originalSize.toUtf8() + '\t' + row.packedSize.toUtf8() +
-            '\t' + row.crc32.toUtf8() + '\t' + row.dateModified.toUtf8() + '\n';
+    text += row.name;
+    for (const QString* field :
+         {&row.originalSize, &row.packedSize, &row.crc32, &row.dateModified}) {
+      text += u'\t';
+      text += *field;
+    }
+    text += u'\n';
   }
-  std::fwrite(text.constData(), 1, static_cast<size_t>(text.size()), stdout);
+  const QByteArray bytes = text.toUtf8();
+  std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
   std::fflush(stdout);
 }
 

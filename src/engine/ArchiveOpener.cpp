@@ -8,6 +8,7 @@
 #include "engine/SizeText.h"
 #include "engine/ToolLocations.h"
 #include "engine/listing/ArjListing.h"
+#include "engine/listing/OutputSearch.h"
 #include "engine/listing/RarListing.h"
 #include "engine/listing/SltListing.h"
 
@@ -70,15 +71,18 @@ ArchiveOpener::Probe ArchiveOpener::probePassword() {
   } else {
     return Probe::Clear;
   }
+  // 7-Zip asks for the password of an archive whose headers are encrypted
+  // instead of listing anything.
+  QList<QByteArray> marks = {mark.toByteArray()};
+  if (type != ArchiveType::Rar)
+    marks << QByteArrayLiteral("Enter password");
+  OutputSearch search(marks);
+  run.outputSink = [&search](QByteArrayView chunk) { search.append(chunk); };
   // A failing probe is not worth a word: the listing that follows says it.
-  const std::optional<ToolResult> result = runTool(run, false);
-  if (!result)
+  if (!runTool(run, false))
     return Probe::ProgramMissing;
-  const QByteArray& output = result->outputIsUtf8() ? result->output : QByteArray();
-  const bool asksForPassword =
-      containsNoCase(output, mark) ||
-      (type != ArchiveType::Rar && containsNoCase(output, "Enter password"));
-  return asksForPassword ? Probe::Protected : Probe::Clear;
+  search.finish();
+  return search.found() ? Probe::Protected : Probe::Clear;
 }
 
 void ArchiveOpener::passwordEntered(const QString& password) {
@@ -95,42 +99,70 @@ void ArchiveOpener::passwordPanelClosed() {
 
 void ArchiveOpener::fillListBoxWithArchiveContent() {
   window_.startSpinner();
+  if (const std::optional<ToolRun> run = listingRun()) {
+    const std::optional<SltType> technical = sltTypeOf(archive_.archivetype);
+    window_.showRows(technical ? listWhileToolPrints(*run, *technical) : listFromWholeOutput(*run));
+  }
+  window_.stopSpinner();
+}
+
+std::optional<ToolRun> ArchiveOpener::listingRun() const {
   const QString& type = archive_.archivetype;
   const QString& path = archive_.filepath;
   const QString& pass = archive_.archivePass;
   const QString list = QStringLiteral("l");
-
-  ToolRun run;
   if (type == ArchiveType::Rar)
-    run = {ToolLocations::rarCompressor(), {list, pass, path}};
-  else if (type == ArchiveType::Arj)
-    run = {ToolLocations::arj(), {list, path}};
-  else if (type == ArchiveType::Lha)
-    run = {ToolLocations::lha(), {QStringLiteral("v"), path}};
-  else if (type == ArchiveType::Zip || type == ArchiveType::Tar || type == ArchiveType::SevenZip)
-    run = {ToolLocations::sevenZip(), {list, pass, path, QStringLiteral("-slt")}};
-  else {
-    window_.stopSpinner();
-    return;
-  }
+    return ToolRun{ToolLocations::rarCompressor(), {list, pass, path}};
+  if (type == ArchiveType::Arj)
+    return ToolRun{ToolLocations::arj(), {list, path}};
+  if (type == ArchiveType::Lha)
+    return ToolRun{ToolLocations::lha(), {QStringLiteral("v"), path}};
+  if (sltTypeOf(type))
+    return ToolRun{ToolLocations::sevenZip(), {list, pass, path, QStringLiteral("-slt")}};
+  return std::nullopt;
+}
 
+std::optional<SltType> ArchiveOpener::sltTypeOf(const QString& type) {
+  if (type == ArchiveType::Zip)
+    return SltType::Zip;
+  if (type == ArchiveType::Tar)
+    return SltType::Tar;
+  if (type == ArchiveType::SevenZip)
+    return SltType::SevenZip;
+  return std::nullopt;
+}
+
+ArchiveEntries ArchiveOpener::listFromWholeOutput(const ToolRun& run) {
   const std::optional<ToolResult> result = runTool(run);
-  const OutputLines lines(result && result->outputIsUtf8() ? result->output : QByteArray());
-  ArchiveEntries rows;
+  const OutputLines lines(result ? result->output : QByteArray());
+  if (!lines.isUtf8()) {
+    window_.reportProblem(ToolProblem::namesNotUtf8(run));
+    return {};
+  }
+  const QString& type = archive_.archivetype;
   if (type == ArchiveType::Rar)
-    rows = parseRarListing(lines, icons_);
-  else if (type == ArchiveType::Arj)
-    rows = parseArjListing(lines, icons_);
-  else if (type == ArchiveType::Lha)
-    rows = parseLhaListing(lines, lhaVersion(), icons_);
-  else if (type == ArchiveType::Zip)
-    rows = parseSltListing(lines, SltType::Zip, icons_);
-  else if (type == ArchiveType::Tar)
-    rows = parseSltListing(lines, SltType::Tar, icons_);
-  else
-    rows = parseSltListing(lines, SltType::SevenZip, icons_);
-  window_.showRows(rows);
-  window_.stopSpinner();
+    return parseRarListing(lines, icons_);
+  if (type == ArchiveType::Arj)
+    return parseArjListing(lines, icons_);
+  return parseLhaListing(lines, lhaVersion(), icons_);
+}
+
+// 7-Zip's technical listing can be millions of lines: its records are
+// parsed as they arrive, while 7-Zip is still printing.
+ArchiveEntries ArchiveOpener::listWhileToolPrints(ToolRun run, SltType type) {
+  OutputLines lines;
+  SltListingParser parser(type, icons_);
+  run.outputSink = [&](QByteArrayView chunk) {
+    lines.append(chunk);
+    parser.consume(lines);
+  };
+  runTool(run);
+  lines.finish();
+  ArchiveEntries rows = parser.finish(lines);
+  if (lines.isUtf8())
+    return rows;
+  window_.reportProblem(ToolProblem::namesNotUtf8(run));
+  return {};
 }
 
 void ArchiveOpener::deleteFileFromArchiveWithName(const QString& name) {

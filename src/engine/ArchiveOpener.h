@@ -3,6 +3,7 @@
 #include "engine/OpenedArchive.h"
 #include "engine/ToolRunner.h"
 #include "engine/listing/LhaListing.h"
+#include "engine/listing/SltListing.h"
 
 #include <optional>
 
@@ -34,6 +35,10 @@ class ArchiveOpener {
   // Runs a tool and reports what went wrong; std::nullopt when the program
   // could not run at all.
   std::optional<ToolResult> runTool(const ToolRun& run, bool reportFailure = true);
+  std::optional<ToolRun> listingRun() const;
+  static std::optional<SltType> sltTypeOf(const QString& type);
+  ArchiveEntries listFromWholeOutput(const ToolRun& run);
+  ArchiveEntries listWhileToolPrints(ToolRun run, SltType type);
   LhaVersion lhaVersion();
 
   ToolRunner& runner_;

@@ -1,71 +1,107 @@
 #include "engine/ProcessToolRunner.h"
 
+#include "engine/ChildProcess.h"
+
 #include <QDir>
 #include <QEventLoop>
 #include <QMutexLocker>
-#include <QProcessEnvironment>
+
+#include <csignal>
+#include <thread>
 
 namespace {
 
-QProcessEnvironment toolEnvironment() {
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-  return environment;
-}
+// Output read by the helper thread, waiting for the thread that runs the
+// tool. Only one hand-over is queued at a time, however much arrives.
+class OutputHandOver {
+ public:
+  explicit OutputHandOver(QObject* receiver) : receiver_(receiver) {}
+
+  template <typename Take>
+  void add(const char* data, qsizetype size, Take take) {
+    QMutexLocker lock(&mutex_);
+    pending_.append(data, size);
+    if (queued_)
+      return;
+    queued_ = true;
+    QMetaObject::invokeMethod(receiver_, take, Qt::QueuedConnection);
+  }
+
+  QByteArray take() {
+    QMutexLocker lock(&mutex_);
+    queued_ = false;
+    return std::exchange(pending_, QByteArray());
+  }
+
+ private:
+  QObject* receiver_;
+  QMutex mutex_;
+  QByteArray pending_;
+  bool queued_ = false;
+};
 
 }  // namespace
+
+ProcessToolRunner::ProcessToolRunner() {
+  // A tool that exits before reading its input must not end Quillet.
+  std::signal(SIGPIPE, SIG_IGN);
+}
 
 ToolResult ProcessToolRunner::run(const ToolRun& run) {
   if (!run.directory.isEmpty())
     QDir::setCurrent(run.directory);
-
-  QProcess process;
-  process.setProgram(run.program);
-  process.setArguments(run.arguments);
-  process.setProcessEnvironment(toolEnvironment());
-  process.setWorkingDirectory(run.childDirectory.isEmpty() ? QDir::currentPath()
-                                                           : run.childDirectory);
+  const QString folder = run.childDirectory.isEmpty() ? QDir::currentPath() : run.childDirectory;
 
   ToolResult result;
-  QEventLoop loop;
-  QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop,
-                   [&] { result.output += process.readAllStandardOutput(); });
-  QObject::connect(&process, &QProcess::readyReadStandardError, &loop,
-                   [&] { result.errors += process.readAllStandardError(); });
-  QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-  QObject::connect(&process, &QProcess::errorOccurred, &loop, [&](QProcess::ProcessError error) {
-    if (error == QProcess::FailedToStart)
-      loop.quit();
-  });
-
-  {
-    QMutexLocker lock(&mutex_);
-    current_ = &process;
-  }
-  process.start();
-  if (process.waitForStarted(-1)) {
-    if (!run.input.isEmpty())
-      process.write(run.input);
-    process.closeWriteChannel();
-    if (process.state() != QProcess::NotRunning)
-      loop.exec(run.acceptsUserInput ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
-    result.output += process.readAllStandardOutput();
-    result.errors += process.readAllStandardError();
-    result.crashed = process.exitStatus() == QProcess::CrashExit;
-    result.exitCode = process.exitCode();
-  } else {
+  ChildProcess child;
+  if (!child.start(run.program, run.arguments, folder)) {
     result.started = false;
     result.exitCode = -1;
+    return result;
   }
   {
     QMutexLocker lock(&mutex_);
-    current_.clear();
+    current_ = child.pid();
   }
+
+  QEventLoop loop;
+  QObject receiver;
+  OutputHandOver output(&receiver);
+  const auto deliver = [&] {
+    const QByteArray chunk = output.take();
+    if (chunk.isEmpty())
+      return;
+    if (run.outputSink)
+      run.outputSink(chunk);
+    else
+      result.output += chunk;
+  };
+  QByteArray errors;
+  ChildProcess::Exit exit;
+  std::thread pump([&] {
+    child.pump(
+        run.input, [&](const char* data, qsizetype size) { output.add(data, size, deliver); },
+        [&](const char* data, qsizetype size) { errors.append(data, size); });
+    {
+      QMutexLocker lock(&mutex_);
+      current_ = -1;
+    }
+    exit = child.wait();
+    QMetaObject::invokeMethod(
+        &receiver, [&loop] { loop.quit(); }, Qt::QueuedConnection);
+  });
+  loop.exec(run.acceptsUserInput ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+  pump.join();
+  deliver();
+
+  result.errors = errors;
+  result.exitCode = exit.code;
+  result.crashed = exit.signalled;
   return result;
 }
 
 void ProcessToolRunner::cancel() {
   QMutexLocker lock(&mutex_);
-  if (QProcess* process = current_.data())
-    QMetaObject::invokeMethod(process, &QProcess::kill, Qt::QueuedConnection);
+  if (current_ > 0)
+    ::kill(current_, SIGKILL);
 }

@@ -14,17 +14,18 @@ QString megabytes(int bytes) {
 
 }  // namespace
 
+// Listings print a size per row, so the integer forms avoid printf.
 QString listing(int bytes) {
   if (bytes <= 1023)
-    return QString::asprintf("%d B", bytes);
+    return QString::number(bytes) + QStringLiteral(" B");
   if (bytes <= kLargestKilobyteCount)
-    return QString::asprintf("%d KB", bytes / 1024);
+    return QString::number(bytes / 1024) + QStringLiteral(" KB");
   return megabytes(bytes);
 }
 
 QString archive(int bytes) {
   if (bytes <= kLargestKilobyteCount)
-    return QString::asprintf("%d KB", bytes / 1024);
+    return QString::number(bytes / 1024) + QStringLiteral(" KB");
   return megabytes(bytes);
 }
 

@@ -52,12 +52,6 @@ std::optional<ToolProblem> ToolProblem::of(const ToolRun& run, const ToolResult&
                  .arg(name, packageProviding(run.program));
     return ToolProblem{Kind::MissingProgram, said};
   }
-  if (!result.outputIsUtf8()) {
-    return ToolProblem{Kind::NamesNotUtf8,
-                       QStringLiteral("The names in this archive are not UTF-8; %1 printed "
-                                      "them in another encoding, so nothing is listed.")
-                           .arg(name)};
-  }
   if (result.crashed || result.exitCode != 0) {
     const QString command = run.arguments.value(0);
     QString message = result.crashed ? QStringLiteral("%1 %2 stopped abnormally").arg(name, command)
@@ -70,4 +64,11 @@ std::optional<ToolProblem> ToolProblem::of(const ToolRun& run, const ToolResult&
     return ToolProblem{Kind::Failed, message};
   }
   return std::nullopt;
+}
+
+ToolProblem ToolProblem::namesNotUtf8(const ToolRun& run) {
+  return {Kind::NamesNotUtf8,
+          QStringLiteral("The names in this archive are not UTF-8; %1 printed them in another "
+                         "encoding, so nothing is listed.")
+              .arg(PathText::lastPathComponent(run.program))};
 }

@@ -13,6 +13,7 @@ struct ToolProblem {
     Failed,          // ran but failed: one status-bar line
     NamesNotUtf8,    // printed names that are not UTF-8: nothing is listed
   };
+  static ToolProblem namesNotUtf8(const ToolRun& run);
   Kind kind;
   QString message;
 

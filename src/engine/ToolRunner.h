@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 // One run of a command-line tool.
 struct ToolRun {
@@ -18,6 +21,9 @@ struct ToolRun {
   // Runs behind a Cancel button let the user's clicks through while they
   // wait; all others hold user input back until the tool has finished.
   bool acceptsUserInput = false;
+  // When set, standard output goes here as it arrives instead of into the
+  // result, so that it can be read while the tool is still printing.
+  std::function<void(QByteArrayView)> outputSink;
 };
 
 struct ToolResult {

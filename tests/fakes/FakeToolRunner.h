@@ -41,7 +41,7 @@ class FakeToolRunner : public ToolRunner {
     const QString tool = runs.last().tool();
     for (const Answer& candidate : answers_) {
       if (candidate.tool == tool && candidate.matches(run.arguments))
-        return candidate.result;
+        return deliver(run, candidate.result);
     }
     return {};
   }
@@ -51,6 +51,18 @@ class FakeToolRunner : public ToolRunner {
   int cancels = 0;
 
  private:
+  // Output for a sink arrives in small pieces, as from a real pipe.
+  static ToolResult deliver(const ToolRun& run, ToolResult result) {
+    if (!run.outputSink)
+      return result;
+    constexpr qsizetype kPiece = 7;
+    for (qsizetype at = 0; at < result.output.size(); at += kPiece)
+      run.outputSink(
+          QByteArrayView(result.output).sliced(at, std::min(kPiece, result.output.size() - at)));
+    result.output.clear();
+    return result;
+  }
+
   struct Answer {
     QString tool;
     Matcher matches;

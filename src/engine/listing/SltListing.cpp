@@ -13,6 +13,7 @@ constexpr int kPackedSizeKeyLength = 14;
 constexpr int kSizeKeyLength = 7;
 constexpr int kModifiedKeyLength = 11;
 constexpr int kFirstReadableVersion = 15;
+constexpr qsizetype kBannerLines = 6;
 
 int offsetOfKey(const OutputLines& lines, qsizetype record, qsizetype end, QByteArrayView key) {
   for (qsizetype i = record; i < end; ++i) {
@@ -20,6 +21,10 @@ int offsetOfKey(const OutputLines& lines, qsizetype record, qsizetype end, QByte
       return static_cast<int>(i - record);
   }
   return -1;
+}
+
+QString sizeText(QByteArrayView digits) {
+  return SizeText::listing(PathText::intValue(digits));
 }
 
 }  // namespace
@@ -36,23 +41,27 @@ SltLayout sltLayout9(SltType type) {
   return {};
 }
 
-SltLayout sltLayoutReadFrom(const OutputLines& lines) {
+std::optional<SltLayout> sltLayoutReadFrom(const OutputLines& lines) {
   SltLayout layout;
   layout.readsOutput = true;
-  qsizetype first = -1;
-  for (qsizetype i = 0; i + 1 < lines.count(); ++i) {
-    if (lines.at(i) == QByteArrayView("----------")) {
-      first = i + 1;
-      break;
-    }
-  }
-  if (first < 0 || !lines.at(first).startsWith(kPathKey)) {
-    layout.firstRecordLine = static_cast<int>(lines.count());
+  const qsizetype count = lines.count();
+  qsizetype first = 0;
+  while (first < count && lines.at(first) != QByteArrayView("----------"))
+    ++first;
+  ++first;
+  qsizetype blank = first;
+  while (blank < count && !lines.at(blank).isEmpty())
+    ++blank;
+  if (blank >= count) {
+    if (!lines.isFinished())
+      return std::nullopt;
+    layout.firstRecordLine = static_cast<int>(count);
     return layout;
   }
-  qsizetype blank = first;
-  while (blank < lines.count() && !lines.at(blank).isEmpty())
-    ++blank;
+  if (!lines.at(first).startsWith(kPathKey)) {
+    layout.firstRecordLine = static_cast<int>(count);
+    return layout;
+  }
   layout.firstRecordLine = static_cast<int>(first);
   layout.shape.stride = static_cast<int>(blank - first + 1);
   layout.shape.sizeAt = offsetOfKey(lines, first, blank, "Size = ");
@@ -65,101 +74,114 @@ SltLayout sltLayoutReadFrom(const OutputLines& lines) {
   return layout;
 }
 
-SltLayout sltLayoutFor(const OutputLines& lines, SltType type) {
-  const ToolBanner banner = ToolBanner::sevenZip(lines);
-  if (banner.major >= kFirstReadableVersion)
+std::optional<SltLayout> sltLayoutFor(const OutputLines& lines, SltType type) {
+  if (!lines.isFinished() && lines.count() < kBannerLines)
+    return std::nullopt;
+  if (ToolBanner::sevenZip(lines).major >= kFirstReadableVersion)
     return sltLayoutReadFrom(lines);
   return sltLayout9(type);
 }
 
-SltPathIndex::SltPathIndex(const OutputLines& lines, int fromLine) {
-  for (qsizetype i = fromLine; i < lines.count(); ++i) {
+void SltPathIndex::extend(const OutputLines& lines, qsizetype from, qsizetype to) {
+  for (qsizetype i = from; i < to; ++i) {
     const QByteArrayView line = lines.at(i);
     if (!line.startsWith(kPathKey))
       continue;
     const QByteArrayView path = line.sliced(kPathKey.size());
-    if (!first_.contains(path))
-      first_.insert(path, i);
+    const QByteArray key = QByteArray::fromRawData(path.data(), path.size());
+    if (!first_.contains(key))
+      first_.insert(QByteArray(path.data(), path.size()), i);
   }
 }
 
 qsizetype SltPathIndex::find(QByteArrayView path) const {
-  return first_.value(path, -1);
+  return first_.value(QByteArray::fromRawData(path.data(), path.size()), -1);
 }
 
-SltGetters::SltGetters(const OutputLines& lines, const SltLayout& layout)
-    : lines_(lines), shape_(layout.shape), index_(lines, layout.firstRecordLine) {}
+SltListingParser::SltListingParser(SltType type, EntryIcons& icons) : type_(type), icons_(icons) {}
 
-std::optional<QByteArrayView> SltGetters::valueLine(QByteArrayView name, int offset,
-                                                    int keyLength) const {
-  const qsizetype path = index_.find(name);
-  if (path < 0)
-    return std::nullopt;
+void SltListingParser::consume(const OutputLines& lines) {
+  if (!layout_) {
+    layout_ = sltLayoutFor(lines, type_);
+    if (!layout_)
+      return;
+    next_ = indexedTo_ = layout_->firstRecordLine;
+  }
+  // Fixed layouts count their end from the last line, known only at the end.
+  if (layout_->readsOutput && layout_->shape.stride > 0)
+    listRecords(lines, lines.count() - layout_->tailLines);
+}
+
+ArchiveEntries SltListingParser::finish(const OutputLines& lines) {
+  consume(lines);
+  if (!layout_)
+    return {};
+  const qsizetype end = lines.count() - layout_->tailLines;
+  if (layout_->shape.stride > 0 && end >= layout_->minimumEnd)
+    listRecords(lines, end);
+  return std::move(entries_);
+}
+
+void SltListingParser::listRecords(const OutputLines& lines, qsizetype end) {
+  index_.extend(lines, indexedTo_, lines.count());
+  indexedTo_ = std::max(indexedTo_, lines.count());
+  for (; !stopped_ && next_ < end && next_ < lines.count(); next_ += layout_->shape.stride) {
+    if (layout_->readsOutput && !lines.at(next_).startsWith(kPathKey)) {
+      stopped_ = true;
+      break;
+    }
+    if (auto entry = recordAt(lines, next_))
+      entries_.append(std::move(*entry));
+  }
+}
+
+std::optional<QByteArrayView> SltListingParser::valueOf(const OutputLines& lines, qsizetype path,
+                                                        int offset, int keyLength) const {
   if (offset < 0)
     return QByteArrayView();
-  if (path + offset >= lines_.count())
+  if (path + offset >= lines.count())
     return std::nullopt;
-  const QByteArrayView line = lines_.at(path + offset);
+  const QByteArrayView line = lines.at(path + offset);
   return line.size() > keyLength ? line.sliced(keyLength) : QByteArrayView();
 }
 
-std::optional<QString> SltGetters::crc32(QByteArrayView name) const {
-  const auto value = valueLine(name, shape_.crcAt, kCrcKeyLength);
-  return value ? std::optional(QString::fromUtf8(*value)) : std::nullopt;
-}
+// The record's row; std::nullopt when its name is found nowhere, so its
+// values cannot be read.
+std::optional<ArchiveEntry> SltListingParser::recordAt(const OutputLines& lines,
+                                                       qsizetype index) const {
+  const QByteArrayView line = lines.at(index);
+  if (containsNoCase(line, ".app/"))
+    return std::nullopt;
+  const QByteArrayView name =
+      line.size() > kPathKey.size() ? line.sliced(kPathKey.size()) : QByteArrayView();
+  const qsizetype path = index_.find(name);
+  if (path < 0)
+    return std::nullopt;
+  const SltShape& shape = layout_->shape;
 
-std::optional<QString> SltGetters::packedSize(QByteArrayView name) const {
-  const auto value = valueLine(name, shape_.packedSizeAt, kPackedSizeKeyLength);
-  return value ? std::optional(SizeText::listing(PathText::intValue(*value))) : std::nullopt;
-}
-
-std::optional<QString> SltGetters::originalSize(QByteArrayView name) const {
-  const auto value = valueLine(name, shape_.sizeAt, kSizeKeyLength);
-  return value ? std::optional(SizeText::listing(PathText::intValue(*value))) : std::nullopt;
-}
-
-std::optional<QString> SltGetters::dateModified(QByteArrayView name) const {
-  const auto value = valueLine(name, shape_.modifiedAt, kModifiedKeyLength);
-  return value ? std::optional(QString::fromUtf8(*value)) : std::nullopt;
+  ArchiveEntry entry;
+  entry.name = QString::fromUtf8(name);
+  entry.fileIcon = icons_.forName(entry.name);
+  if (containsNoCase(line, ".app")) {
+    entry.crc32 = entry.packedSize = entry.originalSize = kNotShown;
+  } else {
+    const auto crc = valueOf(lines, path, shape.crcAt, kCrcKeyLength);
+    const auto packed = valueOf(lines, path, shape.packedSizeAt, kPackedSizeKeyLength);
+    const auto original = valueOf(lines, path, shape.sizeAt, kSizeKeyLength);
+    if (!crc || !packed || !original)
+      return std::nullopt;
+    entry.crc32 = type_ == SltType::Tar ? kNotShown : QString::fromUtf8(*crc);
+    entry.packedSize = sizeText(*packed);
+    entry.originalSize = sizeText(*original);
+  }
+  const auto date = valueOf(lines, path, shape.modifiedAt, kModifiedKeyLength);
+  if (!date)
+    return std::nullopt;
+  entry.dateModified = QString::fromUtf8(*date);
+  return entry;
 }
 
 ArchiveEntries parseSltListing(const OutputLines& lines, SltType type, EntryIcons& icons) {
-  ArchiveEntries entries;
-  const SltLayout layout = sltLayoutFor(lines, type);
-  const qsizetype end = lines.count() - layout.tailLines;
-  if (layout.shape.stride <= 0 || end < layout.minimumEnd)
-    return entries;
-
-  const SltGetters getters(lines, layout);
-  for (qsizetype i = layout.firstRecordLine; i < end && i < lines.count();
-       i += layout.shape.stride) {
-    const QByteArrayView line = lines.at(i);
-    if (layout.readsOutput && !line.startsWith(kPathKey))
-      break;
-    if (containsNoCase(line, ".app/"))
-      continue;
-    const QByteArrayView name =
-        line.size() > kPathKey.size() ? line.sliced(kPathKey.size()) : QByteArrayView();
-    ArchiveEntry entry;
-    entry.name = QString::fromUtf8(name);
-    entry.fileIcon = icons.forName(entry.name);
-    if (containsNoCase(line, ".app")) {
-      entry.crc32 = entry.packedSize = entry.originalSize = kNotShown;
-    } else {
-      const auto crc = type == SltType::Tar ? std::optional(kNotShown) : getters.crc32(name);
-      const auto packed = getters.packedSize(name);
-      const auto original = getters.originalSize(name);
-      if (!crc || !packed || !original)
-        continue;
-      entry.crc32 = *crc;
-      entry.packedSize = *packed;
-      entry.originalSize = *original;
-    }
-    const auto date = getters.dateModified(name);
-    if (!date)
-      continue;
-    entry.dateModified = *date;
-    entries.append(std::move(entry));
-  }
-  return entries;
+  SltListingParser parser(type, icons);
+  return parser.finish(lines);
 }

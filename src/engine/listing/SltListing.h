@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+#include <optional>
+
 class EntryIcons;
 
 // Where the values of one entry stand in 7-Zip's technical listing (-slt),
@@ -36,41 +38,50 @@ enum class SltType { Zip, Tar, SevenZip };
 // were first counted on.
 SltLayout sltLayout9(SltType type);
 
-// The layout of a modern 7-Zip for this output: records start after the
-// "----------" line and have the shape of the first one.
-SltLayout sltLayoutReadFrom(const OutputLines& lines);
+// The layout of a modern 7-Zip: records start after the "----------" line
+// and have the shape of the first one. std::nullopt while that record is
+// not complete in output still to come.
+std::optional<SltLayout> sltLayoutReadFrom(const OutputLines& lines);
 
-// Picks the layout by the banner's version.
-SltLayout sltLayoutFor(const OutputLines& lines, SltType type);
+// Picks the layout by the banner's version; std::nullopt while the output
+// still to come decides it.
+std::optional<SltLayout> sltLayoutFor(const OutputLines& lines, SltType type);
 
 // The first "Path = " line of each path, so that looking a path up costs no
 // search (the first of two equal paths wins, as a forward search would).
 class SltPathIndex {
  public:
-  SltPathIndex(const OutputLines& lines, int fromLine);
+  void extend(const OutputLines& lines, qsizetype from, qsizetype to);
   qsizetype find(QByteArrayView path) const;  // -1 when absent
 
  private:
-  QHash<QByteArrayView, qsizetype> first_;
+  QHash<QByteArray, qsizetype> first_;
 };
 
-// The value getters: each looks up the entry's first "Path = " line and
-// reads its value line; std::nullopt when the path is not found or the line
-// would lie past the end.
-class SltGetters {
+// Turns the technical listing into rows. Fed while 7-Zip is still
+// printing, it lists each record as soon as it is complete, where the
+// version's layout allows; the rows are the same as from the whole output.
+class SltListingParser {
  public:
-  SltGetters(const OutputLines& lines, const SltLayout& layout);
-  std::optional<QString> crc32(QByteArrayView name) const;
-  std::optional<QString> packedSize(QByteArrayView name) const;
-  std::optional<QString> originalSize(QByteArrayView name) const;
-  std::optional<QString> dateModified(QByteArrayView name) const;
+  SltListingParser(SltType type, EntryIcons& icons);
+
+  void consume(const OutputLines& lines);
+  ArchiveEntries finish(const OutputLines& lines);
 
  private:
-  std::optional<QByteArrayView> valueLine(QByteArrayView name, int offset, int keyLength) const;
+  void listRecords(const OutputLines& lines, qsizetype end);
+  std::optional<ArchiveEntry> recordAt(const OutputLines& lines, qsizetype index) const;
+  std::optional<QByteArrayView> valueOf(const OutputLines& lines, qsizetype path, int offset,
+                                        int keyLength) const;
 
-  const OutputLines& lines_;
-  SltShape shape_;
+  SltType type_;
+  EntryIcons& icons_;
+  std::optional<SltLayout> layout_;
   SltPathIndex index_;
+  qsizetype indexedTo_ = 0;
+  qsizetype next_ = 0;
+  bool stopped_ = false;
+  ArchiveEntries entries_;
 };
 
 ArchiveEntries parseSltListing(const OutputLines& lines, SltType type, EntryIcons& icons);
