@@ -10,12 +10,14 @@
 #include "engine/ResourceIcons.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QMessageBox>
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -40,6 +42,12 @@ Engine::Engine(ToolRunner& runner, Dialogs& dialogs, Desktop& desktop, QObject* 
       opener_(runner, icons_, *this) {
   connect(ui_.openAction, &QAction::triggered, this, &Engine::btnOpenAction);
   connect(ui_.quitAction, &QAction::triggered, ui_.mainWindow, &QMainWindow::close);
+  connect(ui_.aboutAction, &QAction::triggered, this, [this] {
+    QMessageBox::about(ui_.mainWindow, tr("About Quillet"),
+                       tr("<h3>Quillet %1</h3><p>An archive manager. Quillet opens, lists and "
+                          "creates archives with the command-line tools of your system.</p>")
+                           .arg(QCoreApplication::applicationVersion()));
+  });
   connect(ui_.btnExpandArchiveFilePreview, &QAction::toggled, ui_.drawerObject,
           &QDockWidget::setVisible);
   connect(ui_.drawerObject, &QDockWidget::visibilityChanged, ui_.btnExpandArchiveFilePreview,

@@ -174,6 +174,10 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   file->addAction(ui.quitAction);
   QMenu* view = window->menuBar()->addMenu(QObject::tr("&View"));
   view->addAction(ui.btnExpandArchiveFilePreview);
+  ui.aboutAction = new QAction(QIcon::fromTheme(QStringLiteral("help-about")),
+                               QObject::tr("&About Quillet"), window);
+  ui.aboutAction->setShortcut(QKeySequence::HelpContents);
+  window->menuBar()->addMenu(QObject::tr("&Help"))->addAction(ui.aboutAction);
 
   QToolBar* toolbar = window->addToolBar(QObject::tr("Main"));
   toolbar->setObjectName(QStringLiteral("mainToolbar"));

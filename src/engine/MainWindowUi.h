@@ -37,6 +37,7 @@ struct MainWindowUi {
   QAction* openAction = nullptr;
   QMenu* openRecentMenu = nullptr;
   QAction* quitAction = nullptr;
+  QAction* aboutAction = nullptr;
   QAction* btnExpandArchiveFilePreview = nullptr;
 
   DropZone* dropZone = nullptr;

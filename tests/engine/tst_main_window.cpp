@@ -2,6 +2,7 @@
 #include "FakeDialogs.h"
 #include "app/DropZone.h"
 #include "app/PreferencesStore.h"
+#include "app/QtDesktop.h"
 #include "engine/Engine.h"
 #include "engine/EntriesModel.h"
 #include "engine/PasswordPanel.h"
@@ -90,6 +91,35 @@ class MainWindowTest : public QObject {
 
     ui.openedArchiveTableView->selectRow(3);
     saveScreenshot(ui.mainWindow, "main-window.png");
+  }
+
+  void typesThatListNothingKeepIconAndRows() {
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    const MainWindowUi& ui = engine.ui();
+    engine.openDialog({zip_}, 1);
+    const qint64 zipIcon = ui.archiveIconView->pixmap().cacheKey();
+    const QString gz = work_.filePath("x.tar.gz");
+    TestArchives::runIn(work_.path(), "tar", {"czf", gz, "tree"});
+    engine.openDialog({gz}, 1);
+    QCOMPARE(ui.archivetype->text(), QString("gz"));
+    QCOMPARE(ui.archiveIconView->pixmap().cacheKey(), zipIcon);
+    QCOMPARE(ui.oppenedArchiveArrayController->rowCount(), 8);
+    QCOMPARE(ui.fieldOpenedArchiveNumberOfFiles->text(), QString("8"));
+    QCOMPARE(ui.mainWindow->windowTitle(), gz);
+  }
+
+  void screenshotWithDesktopIcons() {
+    ProcessToolRunner runner;
+    FakeDialogs dialogs;
+    QtDesktop desktop;
+    Engine engine(runner, dialogs, desktop);
+    engine.ui().mainWindow->show();
+    engine.openDialog({zip_}, 1);
+    QVERIFY(!engine.ui().oppenedArchiveArrayController->entries().first().fileIcon.isNull());
+    saveScreenshot(engine.ui().mainWindow, "main-window-desktop-icons.png");
   }
 
   void aCancelledPanelChangesNothing() {
