@@ -17,4 +17,6 @@ class Desktop {
   virtual bool moveToTrash(const QString& path) = 0;
   // The icon the desktop shows for files with this extension.
   virtual QIcon iconForExtension(const QString& extension) = 0;
+  // The icon the desktop shows for this file or folder.
+  virtual QIcon iconForFile(const QString& path) = 0;
 };

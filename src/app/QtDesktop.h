@@ -11,4 +11,5 @@ class QtDesktop : public Desktop {
   void beep() override;
   bool moveToTrash(const QString& path) override;
   QIcon iconForExtension(const QString& extension) override;
+  QIcon iconForFile(const QString& path) override;
 };

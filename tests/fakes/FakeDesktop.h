@@ -21,7 +21,13 @@ class FakeDesktop : public Desktop {
     return QIcon();
   }
 
+  QIcon iconForFile(const QString& path) override {
+    fileIconRequests << path;
+    return QIcon();
+  }
+
   QStringList shownFolders;
+  QStringList fileIconRequests;
   QStringList openedFiles;
   QStringList openedUrls;
   QStringList trashed;
