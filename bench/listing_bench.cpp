@@ -95,7 +95,8 @@ int openInWindow(int argc, char** argv) {
   ProcessToolRunner runner;
   QtDialogs dialogs;
   QtDesktop desktop;
-  Engine engine(runner, dialogs, desktop);
+  ProcessToolRunner jobRunner;
+  Engine engine(runner, jobRunner, dialogs, desktop);
   engine.ui().mainWindow->show();
   QElapsedTimer clock;
   clock.start();

@@ -80,7 +80,8 @@ QIcon QtDesktop::iconForExtension(const QString& extension) {
 QIcon QtDesktop::iconForFile(const QString& path) {
   static const QMimeDatabase database;
   const QMimeType type = database.mimeTypeForFile(path);
-  const QIcon fallback = type.name() == u"inode/directory" ? ResourceIcons::named(QStringLiteral("folder"))
-                                                            : fallbackIconFor(type);
+  const QIcon fallback = type.name() == u"inode/directory"
+                             ? ResourceIcons::named(QStringLiteral("folder"))
+                             : fallbackIconFor(type);
   return QIcon::fromTheme(type.iconName(), QIcon::fromTheme(type.genericIconName(), fallback));
 }

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -19,6 +20,25 @@ QString nameFilterFor(const QStringList& extensions) {
   return QObject::tr("Archives (%1)").arg(patterns.join(u' '));
 }
 
+// Qt's file dialog picks files or folders, never both: this one takes the
+// selection as it is, folders included, when Choose is pressed. A double
+// click still opens a folder.
+class FilesAndFoldersDialog : public QFileDialog {
+ public:
+  using QFileDialog::QFileDialog;
+
+  void accept() override {
+    const QStringList chosen = selectedFiles();
+    const bool allExist = std::all_of(chosen.cbegin(), chosen.cend(),
+                                      [](const QString& path) { return QFileInfo::exists(path); });
+    if (chosen.isEmpty() || !allExist || chosen == QStringList{directory().absolutePath()}) {
+      QFileDialog::accept();
+      return;
+    }
+    QDialog::accept();
+  }
+};
+
 }  // namespace
 
 void QtDialogs::alert(const QString& title, const QString& message, const QString& button) {
@@ -32,7 +52,12 @@ void QtDialogs::alert(const QString& title, const QString& message, const QStrin
 }
 
 QStringList QtDialogs::chooseToOpen(QWidget* parent, const OpenPanel& panel) {
-  QFileDialog dialog(parent, panel.title, panel.startFolder, nameFilterFor(panel.extensions));
+  FilesAndFoldersDialog dialog(parent, panel.title, panel.startFolder,
+                               nameFilterFor(panel.extensions));
+  if (panel.chooseFiles && panel.chooseFolders) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog, true);
+    dialog.setLabelText(QFileDialog::Accept, QObject::tr("Choose"));
+  }
   dialog.setWindowOpacity(kPanelOpacity);
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   if (panel.chooseFolders && !panel.chooseFiles)

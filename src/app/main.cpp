@@ -88,9 +88,10 @@ int runWindow(int argc, char** argv) {
   const CommandLine line = parse(application);
 
   ProcessToolRunner runner;
+  ProcessToolRunner jobRunner;
   QtDialogs dialogs;
   QtDesktop desktop;
-  Engine engine(runner, dialogs, desktop);
+  Engine engine(runner, jobRunner, dialogs, desktop);
   engine.ui().mainWindow->show();
   if (!line.files.isEmpty())
     engine.openDialog({line.files.first()}, 1);

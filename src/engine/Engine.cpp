@@ -4,6 +4,9 @@
 #include "app/Dialogs.h"
 #include "app/DropZone.h"
 #include "app/PreferencesStore.h"
+#include "create/ArchiveCreation.h"
+#include "create/CreateTab.h"
+#include "create/JobSettings.h"
 #include "engine/ArchiveType.h"
 #include "engine/EntriesModel.h"
 #include "engine/PasswordPanel.h"
@@ -33,13 +36,19 @@ enum Tab { OpenedArchiveTab = 0, CreateArchiveTab = 1, BackupTab = 2, DiskImageT
 
 }  // namespace
 
-Engine::Engine(ToolRunner& runner, Dialogs& dialogs, Desktop& desktop, QObject* parent)
+Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desktop& desktop,
+               QObject* parent)
     : QObject(parent),
       dialogs_(dialogs),
-      ui_(MainWindowUi::build(dialogs)),
+      ui_(MainWindowUi::build(dialogs, new CreateTab(runner, dialogs, desktop))),
       enterPasswordDlg_(new PasswordPanel(ui_.mainWindow)),
       icons_(desktop),
       opener_(runner, icons_, *this) {
+  JobSettings::shared().init();
+  creation_ = new ArchiveCreation(
+      jobRunner, dialogs, {ui_.mainWindow, ui_.createTab, ui_.fileContentView, ui_.compressionSpin},
+      this);
+  connect(ui_.btnSwitchToCreate, &QAction::triggered, this, &Engine::btnSwitchToCreate);
   connect(ui_.openAction, &QAction::triggered, this, &Engine::btnOpenAction);
   connect(ui_.quitAction, &QAction::triggered, ui_.mainWindow, &QMainWindow::close);
   connect(ui_.aboutAction, &QAction::triggered, this, [this] {
@@ -65,7 +74,12 @@ Engine::Engine(ToolRunner& runner, Dialogs& dialogs, Desktop& desktop, QObject* 
 }
 
 Engine::~Engine() {
+  delete creation_;
   delete ui_.mainWindow;
+}
+
+void Engine::btnSwitchToCreate() {
+  ui_.tabContainer->setCurrentIndex(CreateArchiveTab);
 }
 
 void Engine::btnOpenAction() {

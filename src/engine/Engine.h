@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QTimer>
 
+class ArchiveCreation;
 class Desktop;
 class Dialogs;
 class PasswordPanel;
@@ -19,14 +20,19 @@ class Engine : public QObject, public OpeningWindow {
   Q_OBJECT
 
  public:
-  Engine(ToolRunner& runner, Dialogs& dialogs, Desktop& desktop, QObject* parent = nullptr);
+  // The job runner serves the compression job, which runs beside the
+  // window's own tool runs.
+  Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desktop& desktop,
+         QObject* parent = nullptr);
   ~Engine() override;
 
   const MainWindowUi& ui() const { return ui_; }
   PasswordPanel* enterPasswordDlg() const { return enterPasswordDlg_; }
   const OpenedArchive& archive() const { return opener_.archive(); }
+  ArchiveCreation* creation() const { return creation_; }
 
   void btnOpenAction();
+  void btnSwitchToCreate();
   // The open panel's end: returnCode 1 is OK.
   void openDialog(const QStringList& sheet, int returnCode);
   void btnPasswordProtectedDlgOK();
@@ -54,5 +60,6 @@ class Engine : public QObject, public OpeningWindow {
   PasswordPanel* enterPasswordDlg_;
   CachedEntryIcons icons_;
   ArchiveOpener opener_;
+  ArchiveCreation* creation_;
   QTimer tabSwitchTimer_;
 };

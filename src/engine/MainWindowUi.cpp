@@ -1,6 +1,7 @@
 #include "engine/MainWindowUi.h"
 
 #include "app/DropZone.h"
+#include "create/CreateTab.h"
 #include "engine/EntriesModel.h"
 #include "engine/ResourceIcons.h"
 
@@ -154,6 +155,13 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   ui.openAction->setShortcut(QKeySequence::Open);
   ui.openAction->setToolTip(QObject::tr("Open an archive (Ctrl+O)"));
 
+  ui.btnSwitchToCreate = new QAction(
+      ResourceIcons::themed(QStringLiteral("archive-insert"), QStringLiteral("action-create")),
+      QObject::tr("&New Archive"), window);
+  ui.btnSwitchToCreate->setObjectName(QStringLiteral("btnSwitchToCreate"));
+  ui.btnSwitchToCreate->setShortcut(QKeySequence::New);
+  ui.btnSwitchToCreate->setToolTip(QObject::tr("Put together a new archive (Ctrl+N)"));
+
   ui.quitAction = new QAction(QIcon::fromTheme(QStringLiteral("application-exit")),
                               QObject::tr("&Quit"), window);
   ui.quitAction->setShortcut(QKeySequence::Quit);
@@ -168,6 +176,7 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
 
   QMenu* file = window->menuBar()->addMenu(QObject::tr("&File"));
   file->addAction(ui.openAction);
+  file->addAction(ui.btnSwitchToCreate);
   ui.openRecentMenu = file->addMenu(QObject::tr("Open &Recent"));
   ui.openRecentMenu->setObjectName(QStringLiteral("openRecentMenu"));
   file->addSeparator();
@@ -185,6 +194,7 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   toolbar->setIconSize(QSize(28, 28));
   toolbar->addAction(ui.openAction);
+  toolbar->addAction(ui.btnSwitchToCreate);
   toolbar->addSeparator();
   toolbar->addAction(ui.btnExpandArchiveFilePreview);
 }
@@ -208,7 +218,7 @@ void buildSidePanels(MainWindowUi& ui, Dialogs& dialogs) {
 
 }  // namespace
 
-MainWindowUi MainWindowUi::build(Dialogs& dialogs) {
+MainWindowUi MainWindowUi::build(Dialogs& dialogs, CreateTab* createTab) {
   MainWindowUi ui;
   ui.mainWindow = named(new QMainWindow, "mainWindow");
   ui.mainWindow->setWindowTitle(QStringLiteral("Quillet"));
@@ -218,8 +228,8 @@ MainWindowUi MainWindowUi::build(Dialogs& dialogs) {
   ui.tabContainer = named(new QTabWidget, "tabContainer");
   ui.tabContainer->setDocumentMode(true);
   ui.tabContainer->addTab(buildArchiveTab(ui), QObject::tr("Archive"));
-  ui.tabContainer->addTab(placeholderTab(QObject::tr("Creating archives is not available yet.")),
-                          QObject::tr("Create"));
+  ui.createTab = createTab;
+  ui.tabContainer->addTab(createTab, QObject::tr("Create"));
   ui.tabContainer->addTab(placeholderTab(QObject::tr("Backup is not available yet.")),
                           QObject::tr("Backup"));
   ui.tabContainer->addTab(placeholderTab(QObject::tr("Disk images are not available yet.")),
@@ -235,6 +245,13 @@ MainWindowUi MainWindowUi::build(Dialogs& dialogs) {
   ui.loadingArchiveListingLoader->setTextVisible(false);
   ui.loadingArchiveListingLoader->hide();
   ui.mainWindow->statusBar()->addPermanentWidget(ui.loadingArchiveListingLoader);
+  ui.compressionSpin = named(new QProgressBar, "compressionSpin");
+  ui.compressionSpin->setRange(0, 0);
+  ui.compressionSpin->setMaximumWidth(140);
+  ui.compressionSpin->setTextVisible(false);
+  ui.compressionSpin->setToolTip(QObject::tr("Compressing"));
+  ui.compressionSpin->hide();
+  ui.mainWindow->statusBar()->addPermanentWidget(ui.compressionSpin);
 
   ui.sourceArchive4ConvertionIcon =
       named(new QLabel(ui.mainWindow), "sourceArchive4ConvertionIcon");

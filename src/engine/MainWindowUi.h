@@ -14,6 +14,7 @@ class QProgressBar;
 class QTabWidget;
 class QTableView;
 class QWidget;
+class CreateTab;
 
 // The widgets of the main window, built in one place; their object names
 // are the names the rest of Quillet and its tests know them by.
@@ -30,18 +31,21 @@ struct MainWindowUi {
   QLineEdit* CRC32TextBox = nullptr;
   QLineEdit* fieldOpenedArchiveNumberOfFiles = nullptr;
   QProgressBar* loadingArchiveListingLoader = nullptr;
+  QProgressBar* compressionSpin = nullptr;
   QTableView* openedArchiveTableView = nullptr;
   EntriesModel* oppenedArchiveArrayController = nullptr;
   QPlainTextEdit* fileContentView = nullptr;
 
   QAction* openAction = nullptr;
+  QAction* btnSwitchToCreate = nullptr;
   QMenu* openRecentMenu = nullptr;
   QAction* quitAction = nullptr;
   QAction* aboutAction = nullptr;
   QAction* btnExpandArchiveFilePreview = nullptr;
 
+  CreateTab* createTab = nullptr;
   DropZone* dropZone = nullptr;
   QDockWidget* drawerObject = nullptr;
 
-  static MainWindowUi build(Dialogs& dialogs);
+  static MainWindowUi build(Dialogs& dialogs, CreateTab* createTab);
 };

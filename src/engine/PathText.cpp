@@ -67,6 +67,13 @@ QString deletingLastPathComponent(const QString& path) {
   return trimmed.left(slash).toString();
 }
 
+QString deletingPathExtension(const QString& path) {
+  const QString extension = pathExtension(path);
+  if (extension.isEmpty())
+    return withoutTrailingSlashes(path).toString();
+  return withoutTrailingSlashes(path).toString().chopped(extension.size() + 1);
+}
+
 int intValue(QStringView text) {
   return leadingInteger(text);
 }

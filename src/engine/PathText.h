@@ -10,6 +10,8 @@ namespace PathText {
 QString lastPathComponent(const QString& path);
 QString pathExtension(const QString& path);
 QString deletingLastPathComponent(const QString& path);
+// The path without the extension of its last component.
+QString deletingPathExtension(const QString& path);
 
 // Leading decimal integer after white space, optional sign; 0 when there is
 // none; saturates at the 32-bit limits instead of wrapping.

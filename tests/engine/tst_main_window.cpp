@@ -55,7 +55,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     FakeDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     const MainWindowUi& ui = engine.ui();
     ui.mainWindow->show();
     ui.tabContainer->setCurrentIndex(2);
@@ -97,7 +97,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     FakeDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     const MainWindowUi& ui = engine.ui();
     engine.openDialog({zip_}, 1);
     const qint64 zipIcon = ui.archiveIconView->pixmap().cacheKey();
@@ -115,7 +115,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     QtDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     engine.ui().mainWindow->show();
     engine.openDialog({zip_}, 1);
     QVERIFY(!engine.ui().oppenedArchiveArrayController->entries().first().fileIcon.isNull());
@@ -126,7 +126,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     FakeDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     engine.btnOpenAction();
     QCOMPARE(engine.ui().filename->text(), QString());
     QVERIFY(!engine.archive().isOpen());
@@ -136,7 +136,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     FakeDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     engine.ui().mainWindow->show();
     engine.openDialog({protected7z_}, 1);
     PasswordPanel* panel = engine.enterPasswordDlg();
@@ -155,7 +155,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     FakeDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     engine.ui().mainWindow->show();
     engine.openDialog({zip_}, 1);
     engine.openDialog({protected7z_}, 1);
@@ -169,7 +169,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     FakeDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     const MainWindowUi& ui = engine.ui();
     ui.mainWindow->show();
     ui.btnExpandArchiveFilePreview->setChecked(true);
@@ -201,7 +201,7 @@ class MainWindowTest : public QObject {
     ProcessToolRunner runner;
     FakeDialogs dialogs;
     FakeDesktop desktop;
-    Engine engine(runner, dialogs, desktop);
+    Engine engine(runner, runner, dialogs, desktop);
     engine.openDialog({zip_}, 1);
     qputenv("QUILLET_TOOLS_DIR", qgetenv("QUILLET_TEST_TOOLS_DIR"));
     QCOMPARE(dialogs.alerts.size(), 1);

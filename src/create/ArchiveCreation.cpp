@@ -1,0 +1,241 @@
+#include "create/ArchiveCreation.h"
+
+#include "app/Dialogs.h"
+#include "app/PreferencesStore.h"
+#include "create/CompressingWindow.h"
+#include "create/CreateArchiveListView.h"
+#include "create/CreateArchiveWindow.h"
+#include "create/CreateTab.h"
+#include "create/SelectionListModel.h"
+#include "engine/ToolLocations.h"
+#include "engine/ToolRunner.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTableView>
+#include <QThread>
+
+ArchiveCreation::ArchiveCreation(ToolRunner& jobRunner, Dialogs& dialogs, Widgets widgets,
+                                 QObject* parent)
+    : QObject(parent),
+      jobRunner_(jobRunner),
+      dialogs_(dialogs),
+      widgets_(widgets),
+      createArchiveWindow_(new CreateArchiveWindow(JobSettings::shared(), widgets.mainWindow)),
+      compressingWindow_(new CompressingWindow(widgets.mainWindow)) {
+  connect(widgets.createTab->btnCreateAction(), &QPushButton::clicked, this,
+          &ArchiveCreation::btnCreateAction);
+  connect(widgets.createTab->chkEveryItemNewArchive(), &QCheckBox::clicked, createArchiveWindow_,
+          &CreateArchiveWindow::chkBoxEveryItemNewArchive);
+  connect(createArchiveWindow_, &CreateArchiveWindow::compressRequested, this,
+          &ArchiveCreation::btnCompress);
+  connect(compressingWindow_, &CompressingWindow::cancelPressed, this,
+          &ArchiveCreation::btnCancelCompressing);
+}
+
+ArchiveCreation::~ArchiveCreation() {
+  if (!runningThread_)
+    return;
+  btnCancelCompressing();
+  // The job may be waiting for an answer from this thread.
+  while (runningThread_ && !runningThread_->wait(10))
+    QCoreApplication::processEvents();
+}
+
+void ArchiveCreation::btnCreateAction() {
+  if (widgets_.createTab->list()->model()->rowCount() == 0) {
+    dialogs_.alert(QStringLiteral("Attention"),
+                   QStringLiteral("Please add at least one file or folder to your archive."),
+                   QStringLiteral("Close"));
+    return;
+  }
+  if (widgets_.createTab->chkEveryItemNewArchive()->isChecked()) {
+    itemToCompress_ = QStringLiteral("unknown");
+    createArchiveWindow_->disableSplitAndSfx();
+  } else {
+    Dialogs::SavePanel panel;
+    panel.title = tr("Save archive as");
+    panel.startFolder = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    panel.fileName = QStringLiteral("untitled");
+    const QString chosen = dialogs_.chooseToSave(widgets_.mainWindow, panel);
+    if (chosen.isEmpty())
+      return;
+    itemToCompress_ = chosen;
+  }
+  createArchiveWindow_->selectionForCompression()->setText(itemToCompress_);
+  createArchiveWindow_->centreAndShow();
+}
+
+CompressionRequest ArchiveCreation::requestFromWindows() const {
+  const CreateOptions& options = createArchiveWindow_->options();
+  CompressionRequest request;
+  request.settings = JobSettings::shared();
+  request.itemToCompress = createArchiveWindow_->selectionForCompression()->text();
+  for (const SelectionRow& row : widgets_.createTab->list()->model()->rows())
+    request.items << row.fullPath;
+  request.everyItem = widgets_.createTab->chkEveryItemNewArchive()->isChecked();
+  request.passwordProtected = options.passwordChecked;
+  request.password = options.passwordText;
+  request.passwordConfirmation = options.confirmText;
+  request.split = options.splitChecked;
+  request.splitSizeText = options.splitSizeText;
+  request.selfExtracting = options.sfxChecked;
+  request.notes = createArchiveWindow_->notes();
+  request.upload = options.uploadChecked;
+  request.excludeDsStore = PreferencesStore::isYes(QStringLiteral("excludeDS_Store"));
+  request.startFolder = QDir::currentPath();
+  request.stubBundle = ToolLocations::sharedResourcesFolder() + QStringLiteral("/sfxmodule.app");
+  request.homeFolder = QDir::homePath();
+  return request;
+}
+
+void ArchiveCreation::btnCompress() {
+  if (compressionThread_)
+    return;
+  cancelled_ = std::make_shared<std::atomic<bool>>(false);
+  QThread* thread = QThread::create(&ArchiveCreation::compressingThreadProcedure, this,
+                                    requestFromWindows(), cancelled_);
+  thread->setObjectName(QStringLiteral("compressionThread"));
+  connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+  connect(thread, &QThread::finished, this, &ArchiveCreation::jobFinished);
+  compressionThread_ = runningThread_ = thread;
+  thread->start();
+}
+
+void ArchiveCreation::btnCancelCompressing() {
+  if (!runningThread_)
+    return;
+  cancelled_->store(true);
+  jobRunner_.cancel();
+  compressionThread_ = nullptr;
+}
+
+void ArchiveCreation::compressingThreadProcedure(CompressionRequest request,
+                                                 std::shared_ptr<std::atomic<bool>> cancelled) {
+  CompressionJob job(std::move(request), jobRunner_, *this,
+                     [cancelled] { return cancelled->load(); });
+  job.run();
+  const QString split = job.splitVolumesSize();
+  onGuiThread([split] { JobSettings::shared().splitVolumesSize = split; }, false);
+}
+
+template <typename Function>
+void ArchiveCreation::onGuiThread(Function function, bool wait) {
+  if (QThread::currentThread() == thread()) {
+    function();
+    return;
+  }
+  QMetaObject::invokeMethod(this, std::move(function),
+                            wait ? Qt::BlockingQueuedConnection : Qt::QueuedConnection);
+}
+
+void ArchiveCreation::orderOutCreateWindow() {
+  onGuiThread([this] { createArchiveWindow_->hide(); }, false);
+}
+
+void ArchiveCreation::setCompressionSpinning(bool spinning) {
+  onGuiThread([this, spinning] { widgets_.compressionSpin->setVisible(spinning); }, false);
+}
+
+void ArchiveCreation::setCompressingArchiveName(const QString& name) {
+  onGuiThread([this, name] { compressingWindow_->compressingArchiveName()->setText(name); }, false);
+}
+
+void ArchiveCreation::showCompressingWindow() {
+  onGuiThread(
+      [this] {
+        if (!compressingWindow_->isVisible())
+          compressingWindow_->centreAndShow();
+      },
+      false);
+}
+
+void ArchiveCreation::hideCompressingWindow() {
+  onGuiThread(
+      [this] {
+        compressingWindow_->hide();
+        compressingWindow_->compressingLoader()->setRange(0, 1);
+        compressingWindow_->compressingLoader()->setValue(0);
+        compressingWindow_->compressingWindowStatus()->setText(QStringLiteral("Compressing..."));
+      },
+      false);
+}
+
+void ArchiveCreation::setProgressRange(int maximum, int value) {
+  onGuiThread(
+      [this, maximum, value] {
+        compressingWindow_->compressingLoader()->setRange(0, maximum);
+        compressingWindow_->compressingLoader()->setValue(value);
+      },
+      false);
+}
+
+void ArchiveCreation::setProgressValue(int value) {
+  onGuiThread([this, value] { compressingWindow_->compressingLoader()->setValue(value); }, false);
+}
+
+void ArchiveCreation::setProgressIndeterminate() {
+  onGuiThread([this] { compressingWindow_->compressingLoader()->setRange(0, 0); }, false);
+}
+
+void ArchiveCreation::setStatus(const QString& status) {
+  onGuiThread([this, status] { compressingWindow_->compressingWindowStatus()->setText(status); },
+              false);
+}
+
+void ArchiveCreation::setFileContent(const QString& text) {
+  onGuiThread([this, text] { widgets_.fileContentView->setPlainText(text); }, false);
+}
+
+void ArchiveCreation::selectRow(int row) {
+  onGuiThread([this, row] { widgets_.createTab->list()->tableView()->selectRow(row); }, false);
+}
+
+void ArchiveCreation::toggleCreateWindow() {
+  onGuiThread([this] { createArchiveWindow_->setVisible(!createArchiveWindow_->isVisible()); },
+              true);
+}
+
+void ArchiveCreation::bringCreateWindowForwardIfHidden() {
+  onGuiThread(
+      [this] {
+        if (!createArchiveWindow_->isVisible())
+          createArchiveWindow_->centreAndShow();
+      },
+      false);
+}
+
+void ArchiveCreation::alert(const QString& title, const QString& message) {
+  onGuiThread([this, title, message] { dialogs_.alert(title, message, QStringLiteral("OK")); },
+              true);
+}
+
+QString ArchiveCreation::chooseArchivesFolder() {
+  QString chosen;
+  onGuiThread(
+      [this, &chosen] {
+        Dialogs::OpenPanel panel;
+        panel.title = QStringLiteral("Select directory to create archives in");
+        panel.chooseFiles = false;
+        panel.chooseFolders = true;
+        panel.canCreateFolders = true;
+        chosen = dialogs_.chooseToOpen(widgets_.mainWindow, panel).value(0);
+      },
+      true);
+  return chosen;
+}
+
+void ArchiveCreation::uploadFileToFTP(const QString&) {}
+
+void ArchiveCreation::reportFailure(const QString& message) {
+  onGuiThread([this, message] { widgets_.mainWindow->statusBar()->showMessage(message); }, false);
+}

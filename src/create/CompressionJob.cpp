@@ -1,0 +1,373 @@
+#include "create/CompressionJob.h"
+
+#include "create/JobUi.h"
+#include "create/TreeCopy.h"
+#include "engine/PathText.h"
+#include "engine/ToolLocations.h"
+#include "engine/ToolProblem.h"
+#include "engine/ToolRunner.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStringConverter>
+#include <QThread>
+
+#include <cstdlib>
+
+namespace {
+
+const QStringList kTakenExtensions = {".rar", ".zip",    ".7z",      ".lha", ".arj",
+                                      ".tar", ".tar.gz", ".tar.bz2", ".app"};
+constexpr int kBlinks = 4;
+constexpr int kBlinkPauseMs = 50;
+
+// A bare name that starts with "-" would be read as a switch.
+QString asArgument(const QString& name) {
+  return name.startsWith(u'-') ? QStringLiteral("./") + name : name;
+}
+
+bool writeText(const QString& path, const QString& text, QStringConverter::Encoding encoding) {
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly))
+    return false;
+  QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
+  if (encoding == QStringConverter::Utf8)
+    encoder = QStringEncoder(encoding);
+  file.write(encoder.encode(text));
+  return file.commit();
+}
+
+// jlha stores names in Latin-1 only; anything else turns into "?".
+bool isLatin1(const QString& name) {
+  return std::all_of(name.cbegin(), name.cend(), [](QChar c) { return c.unicode() < 0x100; });
+}
+
+}  // namespace
+
+CompressionJob::CompressionJob(CompressionRequest request, ToolRunner& runner, JobUi& ui,
+                               std::function<bool()> cancelled)
+    : request_(std::move(request)),
+      settings_(request_.settings),
+      runner_(runner),
+      ui_(ui),
+      cancelled_(std::move(cancelled)),
+      folder_(request_.startFolder) {}
+
+QString CompressionJob::genRandStringLength(int length) {
+  static const QString letters =
+      QStringLiteral("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789");
+  QString text;
+  for (int i = 0; i < length; ++i)
+    text += letters[static_cast<qsizetype>(static_cast<unsigned>(std::rand()) % letters.size())];
+  return text;
+}
+
+void CompressionJob::run() {
+  ui_.orderOutCreateWindow();
+  ui_.setCompressionSpinning(true);
+  settleName();
+  const QString itemFolder = PathText::deletingLastPathComponent(request_.itemToCompress);
+  if (!itemFolder.isEmpty())
+    folder_ = inFolder(itemFolder);
+  if (request_.everyItem) {
+    const QString chosen = ui_.chooseArchivesFolder();
+    if (chosen.isEmpty())
+      return;
+    folder_ = chosen;
+  }
+  if (request_.passwordProtected) {
+    if (checkPassword())
+      runProtected(QStringLiteral("-p") + request_.password);
+    return;
+  }
+  runUnprotected();
+}
+
+void CompressionJob::settleName() {
+  QString base = PathText::lastPathComponent(request_.itemToCompress);
+  const QString item = inFolder(request_.itemToCompress);
+  for (const QString& extension : kTakenExtensions) {
+    if (QFileInfo::exists(item + extension)) {
+      base += u'_' + genRandStringLength(4);
+      ui_.alert(QStringLiteral("File with same name already exists"),
+                QStringLiteral("An additional suffix will be added to the name"));
+      break;
+    }
+  }
+  settings_.splitVolumesSize = QStringLiteral("-v");
+  archiveName_ = base + JobSettings::extensionFor(settings_.compressionMethod);
+  ui_.setCompressingArchiveName(archiveName_);
+}
+
+bool CompressionJob::checkPassword() {
+  if (request_.password == request_.passwordConfirmation)
+    return true;
+  // No alert: the options window blinks and the job ends.
+  for (int i = 0; i < kBlinks; ++i) {
+    ui_.toggleCreateWindow();
+    QThread::msleep(kBlinkPauseMs);
+  }
+  ui_.bringCreateWindowForwardIfHidden();
+  return false;
+}
+
+void CompressionJob::runProtected(const QString& passwordSwitch) {
+  ui_.showCompressingWindow();
+  if (settings_.compressionMethod == JobSettings::kRar) {
+    ui_.setFileContent(QStringLiteral("Compressing to rar... Please wait...\n\n"));
+    rarRows(passwordSwitch, true);
+    rarNoteStep();
+  } else {
+    settings_.splitVolumesSize =
+        QStringLiteral("-v") + request_.splitSizeText + settings_.splitVolumesSizeType;
+    sevenZipRows({QStringLiteral("a"), passwordSwitch, settings_.compressionMethod});
+    sfxStep();
+    splitStep();
+  }
+  // A protected archive is never uploaded, and the spinner keeps turning.
+  ui_.hideCompressingWindow();
+}
+
+void CompressionJob::runUnprotected() {
+  ui_.showCompressingWindow();
+  const QString& method = settings_.compressionMethod;
+  if (method == JobSettings::kRar) {
+    ui_.setFileContent(QStringLiteral("Compressing to rar... Please wait...\n\n"));
+    rarRows(QString(), false);
+    rarSplitStep();
+    rarNoteStep();
+  } else if (method == JobSettings::kGzip || method == JobSettings::kBzip2) {
+    gzipOrBzip2();
+  } else if (method == JobSettings::kArj) {
+    toolRows(QStringLiteral(".arj"), [this](const QString& item) {
+      return QStringList{ToolLocations::arj(),     "a", "-y", settings_.arjCompressionLevel, "-r",
+                         asArgument(archiveName_), item};
+    });
+  } else if (method == JobSettings::kLha) {
+    if (lhaCanStoreEveryName()) {
+      toolRows(QStringLiteral(".lha"), [this](const QString& item) {
+        return QStringList{ToolLocations::lha(), "a", settings_.lhaCompressionLevel,
+                           asArgument(archiveName_), item};
+      });
+    }
+  } else {
+    settings_.splitVolumesSize =
+        QStringLiteral("-v") + request_.splitSizeText + settings_.splitVolumesSizeType;
+    sevenZipRows({QStringLiteral("a"), method});
+    sfxStep();
+    splitStep();
+  }
+  endStep();
+}
+
+void CompressionJob::startRows() {
+  ui_.setProgressRange(static_cast<int>(request_.items.size()), 0);
+}
+
+// Advances the progress; false when the job was cancelled.
+bool CompressionJob::rowDone(int row) {
+  ui_.setProgressValue(row + 1);
+  return !cancelled_() && !programMissing_;
+}
+
+QString CompressionJob::itemName(const QString& fullPath, const QString& extension) const {
+  return PathText::deletingPathExtension(PathText::lastPathComponent(fullPath)) + extension;
+}
+
+void CompressionJob::rarRows(const QString& passwordSwitch, bool perItemFolders) {
+  startRows();
+  for (int row = 0; row < request_.items.size(); ++row) {
+    const QString& item = request_.items[row];
+    ui_.selectRow(row);
+    // Protected rar archives go beside each item, in the item's own folder.
+    if (perItemFolders)
+      folder_ = PathText::deletingLastPathComponent(item);
+    else if (request_.everyItem)
+      archiveName_ = itemName(item, QStringLiteral(".rar"));
+    QStringList arguments = {QStringLiteral("a")};
+    if (!passwordSwitch.isEmpty())
+      arguments << passwordSwitch;
+    arguments << asArgument(archiveName_) << item;
+    if (request_.excludeDsStore)
+      arguments << QStringLiteral("-x*DS_Store");
+    arguments << settings_.rarCompressionLevel << QStringLiteral("-ep1");
+    runTool(ToolLocations::rarCompressor(), arguments);
+    if (!rowDone(row))
+      break;
+  }
+}
+
+void CompressionJob::sevenZipRows(const QStringList& leading) {
+  startRows();
+  for (int row = 0; row < request_.items.size(); ++row) {
+    const QString& item = request_.items[row];
+    ui_.selectRow(row);
+    // 7za adds the type's own extension to a name that has none.
+    if (request_.everyItem && !request_.passwordProtected)
+      archiveName_ = itemName(item, QString());
+    QStringList arguments = leading;
+    if (request_.excludeDsStore)
+      arguments << QStringLiteral("-xr!.DS_Store");
+    arguments << asArgument(archiveName_) << item << settings_.zipCompressionLevel
+              << QStringLiteral("-ssc");
+    runTool(ToolLocations::sevenZip(), arguments);
+    if (!rowDone(row))
+      break;
+  }
+}
+
+void CompressionJob::toolRows(const QString& extension,
+                              const std::function<QStringList(const QString&)>& command) {
+  startRows();
+  for (int row = 0; row < request_.items.size(); ++row) {
+    const QString& item = request_.items[row];
+    ui_.selectRow(row);
+    if (request_.everyItem)
+      archiveName_ = itemName(item, extension);
+    QStringList arguments = command(item);
+    const QString program = arguments.takeFirst();
+    runTool(program, arguments);
+    if (!rowDone(row))
+      break;
+  }
+}
+
+void CompressionJob::gzipOrBzip2() {
+  QString tarName = archiveName_;
+  startRows();
+  for (int row = 0; row < request_.items.size(); ++row) {
+    const QString& item = request_.items[row];
+    ui_.selectRow(row);
+    if (request_.everyItem)
+      tarName = itemName(item, QStringLiteral(".tar"));
+    QStringList arguments = {QStringLiteral("a"), QStringLiteral("-ttar")};
+    if (request_.excludeDsStore)
+      arguments << QStringLiteral("-xr!.DS_Store");
+    arguments << asArgument(tarName) << item << QStringLiteral("-ssc");
+    runTool(ToolLocations::sevenZip(), arguments);
+    if (!rowDone(row))
+      break;
+  }
+  // Only the last tar is compressed; with one archive per item the others
+  // stay plain tars.
+  const QString& method = settings_.compressionMethod;
+  const QString compressed =
+      tarName + (method == JobSettings::kGzip ? QStringLiteral(".gz") : QStringLiteral(".bz2"));
+  ui_.setProgressRange(2, 1);
+  if (runTool(ToolLocations::sevenZip(),
+              {QStringLiteral("a"), method, asArgument(compressed), asArgument(tarName),
+               settings_.zipCompressionLevel, QStringLiteral("-ssc")}) &&
+      QFileInfo::exists(inFolder(compressed)))
+    QFile::remove(inFolder(tarName));
+  archiveName_ = tarName;
+}
+
+void CompressionJob::rarSplitStep() {
+  if (!request_.split)
+    return;
+  // rar volumes are always counted in kilobytes.
+  settings_.splitVolumesSize = QStringLiteral("-v") + request_.splitSizeText + u'k';
+  ui_.setProgressIndeterminate();
+  ui_.setStatus(QStringLiteral("Splitting archive..."));
+  if (runTool(ToolLocations::rarCompressor(),
+              {QStringLiteral("a"), asArgument(archiveName_ + QStringLiteral(".split")),
+               asArgument(archiveName_), QStringLiteral("-ep1"), QStringLiteral("-m0"),
+               settings_.splitVolumesSize}))
+    QFile::remove(inFolder(archiveName_));
+}
+
+void CompressionJob::rarNoteStep() {
+  if (request_.notes.isEmpty() || programMissing_)
+    return;
+  const QString note = request_.homeFolder + QStringLiteral("/note.tmp");
+  if (!writeText(note, request_.notes, QStringConverter::Utf8))
+    return;
+  runTool(ToolLocations::rarCompressor(),
+          {QStringLiteral("c"), asArgument(archiveName_), QStringLiteral("-z") + note});
+  QFile::remove(note);
+}
+
+void CompressionJob::sfxStep() {
+  if (!request_.selfExtracting || programMissing_)
+    return;
+  const QString application =
+      PathText::deletingPathExtension(archiveName_) + QStringLiteral(".app");
+  const QString bundle = inFolder(application);
+  if (!TreeCopy::copy(request_.stubBundle, bundle))
+    return;
+  const QString resources = PathText::deletingLastPathComponent(request_.itemToCompress) + u'/' +
+                            application + QStringLiteral("/Contents/Resources");
+  const QString slot = resources + QStringLiteral("/archive");
+  // Only the slot of the bundle just made may be emptied.
+  if (QFileInfo(slot).absoluteFilePath().startsWith(QFileInfo(bundle).absoluteFilePath() + u'/'))
+    QFile::remove(slot);
+  QFile::rename(inFolder(archiveName_), slot);
+  writeText(resources + QStringLiteral("/notes.txt"), request_.notes, QStringConverter::Utf16);
+}
+
+void CompressionJob::splitStep() {
+  if (!request_.split || programMissing_)
+    return;
+  ui_.setProgressIndeterminate();
+  ui_.setStatus(QStringLiteral("Splitting archive..."));
+  if (runTool(ToolLocations::sevenZip(),
+              {QStringLiteral("a"), settings_.compressionMethod,
+               asArgument(archiveName_ + QStringLiteral(".part")), asArgument(archiveName_),
+               QStringLiteral("-ssc"), settings_.splitVolumesSize}))
+    QFile::remove(inFolder(archiveName_));
+}
+
+void CompressionJob::endStep() {
+  ui_.setCompressionSpinning(false);
+  ui_.hideCompressingWindow();
+  if (request_.upload)
+    ui_.uploadFileToFTP(archiveName_);
+}
+
+bool CompressionJob::lhaCanStoreEveryName() {
+  QStringList unstorable;
+  for (const QString& item : request_.items) {
+    if (!isLatin1(PathText::lastPathComponent(item)))
+      unstorable << item;
+    QDirIterator inside(item, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System,
+                        QDirIterator::Subdirectories);
+    while (inside.hasNext()) {
+      const QString path = inside.next();
+      if (!isLatin1(inside.fileName()))
+        unstorable << path;
+    }
+  }
+  if (unstorable.isEmpty())
+    return true;
+  ui_.alert(QStringLiteral("Names LHA cannot store"),
+            QStringLiteral("LHA archives store names in Latin-1 only; these names would be lost "
+                           "or collide, so no archive was made:\n\n%1")
+                .arg(unstorable.join(u'\n')));
+  return false;
+}
+
+bool CompressionJob::runTool(const QString& program, const QStringList& arguments) {
+  if (programMissing_)
+    return false;
+  ToolRun run{program, arguments};
+  run.childDirectory = folder_;
+  const ToolResult result = runner_.run(run);
+  const std::optional<ToolProblem> problem = ToolProblem::of(run, result);
+  if (!problem)
+    return true;
+  if (problem->kind == ToolProblem::Kind::MissingProgram) {
+    programMissing_ = true;
+    ui_.alert(QStringLiteral("Missing program"), problem->message);
+    return false;
+  }
+  if (!cancelled_())
+    ui_.reportFailure(problem->message);
+  return false;
+}
+
+QString CompressionJob::inFolder(const QString& name) const {
+  return QDir(folder_).absoluteFilePath(name);
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "create/JobSettings.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class JobUi;
+class ToolRunner;
+struct ToolRun;
+
+// Everything a compression job reads, taken from the windows when it
+// starts, so the worker never touches a widget.
+struct CompressionRequest {
+  JobSettings settings;
+  QString itemToCompress;  // the save path without extension, or "unknown"
+  QStringList items;       // the full paths of the selection list's rows
+  bool everyItem = false;
+  bool passwordProtected = false;
+  QString password;
+  QString passwordConfirmation;
+  bool split = false;
+  QString splitSizeText;
+  bool selfExtracting = false;
+  QString notes;
+  bool upload = false;
+  bool excludeDsStore = false;
+  QString startFolder;  // Quillet's current folder when the job starts
+  QString stubBundle;   // the self-extracting stub, sfxmodule.app
+  QString homeFolder;
+};
+
+// Turns the selection list into an archive (or one per item) by running
+// one tool per item, then makes it self-extracting, splits it or adds the
+// note. The job keeps its own current folder and hands it to every tool
+// run, so the main window may move Quillet's meanwhile.
+class CompressionJob {
+ public:
+  CompressionJob(CompressionRequest request, ToolRunner& runner, JobUi& ui,
+                 std::function<bool()> cancelled);
+
+  void run();
+  // The split switch as the job left it.
+  const QString& splitVolumesSize() const { return settings_.splitVolumesSize; }
+
+  static QString genRandStringLength(int length);
+
+ private:
+  void settleName();
+  bool checkPassword();
+  void runProtected(const QString& passwordSwitch);
+  void runUnprotected();
+  void rarRows(const QString& passwordSwitch, bool perItemFolders);
+  void sevenZipRows(const QStringList& leading);
+  void gzipOrBzip2();
+  void toolRows(const QString& extension,
+                const std::function<QStringList(const QString&)>& arguments);
+  void rarSplitStep();
+  void rarNoteStep();
+  void sfxStep();
+  void splitStep();
+  void endStep();
+  bool lhaCanStoreEveryName();
+
+  // Runs a tool in the job's folder; false when it failed, so that nothing
+  // is deleted on its word. A missing program ends the job's tool runs.
+  bool runTool(const QString& program, const QStringList& arguments);
+  QString inFolder(const QString& name) const;
+  void startRows();
+  bool rowDone(int row);
+  QString itemName(const QString& fullPath, const QString& extension) const;
+
+  CompressionRequest request_;
+  JobSettings settings_;
+  ToolRunner& runner_;
+  JobUi& ui_;
+  std::function<bool()> cancelled_;
+  QString folder_;
+  QString archiveName_;
+  bool programMissing_ = false;
+};

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "create/CreateOptions.h"
+
+#include <QDialog>
+
+class JobSettings;
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QSlider;
+
+// The options of a new archive: format, level, password, volumes,
+// self-extraction, note and upload. Its controls write JobSettings and
+// follow the rules of CreateOptions.
+class CreateArchiveWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  CreateArchiveWindow(JobSettings& settings, QWidget* parent);
+
+  const CreateOptions& options();
+  QLineEdit* selectionForCompression() const { return selectionForCompression_; }
+  QString notes() const;
+  void centreAndShow();
+  // Every-item mode disables volumes and self-extraction without
+  // unchecking them.
+  void disableSplitAndSfx();
+
+  void btnZipCompression() { chooseFormat(CreateOptions::Format::Zip); }
+  void btn7zCompression() { chooseFormat(CreateOptions::Format::SevenZip); }
+  void btnTarCompression() { chooseFormat(CreateOptions::Format::Tar); }
+  void btnGzipCompression() { chooseFormat(CreateOptions::Format::Gzip); }
+  void btnBzip2Compression() { chooseFormat(CreateOptions::Format::Bzip2); }
+  void btnRarCompression() { chooseFormat(CreateOptions::Format::Rar); }
+  void btnArjCompression() { chooseFormat(CreateOptions::Format::Arj); }
+  void btnLHACompression() { chooseFormat(CreateOptions::Format::Lha); }
+  void compressionLevelSlider();
+  void chkboxPasswordProtected();
+  void chkBoxSplitToVolumes();
+  void chkCreateSFXArchive();
+  void chkBoxEveryItemNewArchive(bool on);
+  void splitUnitChosen(int unitIndex);
+  void btnCreateArchiveCancel();
+
+ signals:
+  void compressRequested();
+
+ private:
+  QWidget* buildFormats();
+  QWidget* buildLevel();
+  QWidget* buildProtection();
+  QWidget* buildNotesPanel();
+  void chooseFormat(CreateOptions::Format format);
+  void takeControls();
+  void showControls();
+
+  JobSettings& settings_;
+  CreateOptions options_;
+  QButtonGroup* formats_;
+  QLineEdit* selectionForCompression_;
+  QSlider* compressionLevelSliderControl_;
+  QLabel* compressionLevelInfo_;
+  QCheckBox* chkPasswordProtected_;
+  QLineEdit* textFieldPassword_;
+  QLineEdit* textFieldPasswordConfirm_;
+  QCheckBox* chkSplitToVolumes_;
+  QLineEdit* textfieldSplitToVolumesSize_;
+  QComboBox* btnSplitToVolumesSizeType_;
+  QCheckBox* sfxChkBox_;
+  QLabel* everyItemNewArchiveLabel_;
+  QCheckBox* chkUploadToFTPAfterCompression_;
+  QWidget* noteDrawer_;
+  QPlainTextEdit* sfxNotesField_;
+};
