@@ -43,6 +43,7 @@ DropZone::DropZone(Dialogs& dialogs, QWidget* parent)
   layout->addStretch();
   area_->setObjectName(QStringLiteral("dropZoneArea"));
   area_->setMinimumWidth(200);
+  area_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
   setHighlighted(false);
   setWidget(area_);
 }

@@ -3,6 +3,7 @@
 #include "app/PreferencesStore.h"
 #include "create/CreateHelp.h"
 #include "create/JobSettings.h"
+#include "engine/ResourceIcons.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -27,18 +28,19 @@ namespace {
 struct FormatButton {
   const char* objectName;
   const char* label;
+  const char* icon;
   CreateOptions::Format format;
 };
 
 const FormatButton kFormatButtons[] = {
-    {"btnZipCompression", "ZIP", CreateOptions::Format::Zip},
-    {"btn7zCompression", "7Z", CreateOptions::Format::SevenZip},
-    {"btnTarCompression", "TAR", CreateOptions::Format::Tar},
-    {"btnGzipCompression", "TAR.GZ", CreateOptions::Format::Gzip},
-    {"btnBzip2Compression", "TAR.BZ2", CreateOptions::Format::Bzip2},
-    {"btnRarCompression", "RAR", CreateOptions::Format::Rar},
-    {"btnArjCompression", "ARJ", CreateOptions::Format::Arj},
-    {"btnLHACompression", "LHA", CreateOptions::Format::Lha},
+    {"btnZipCompression", "ZIP", "zip.icns", CreateOptions::Format::Zip},
+    {"btn7zCompression", "7Z", "7z.icns", CreateOptions::Format::SevenZip},
+    {"btnTarCompression", "TAR", "tar.icns", CreateOptions::Format::Tar},
+    {"btnGzipCompression", "TAR.GZ", "tgz.icns", CreateOptions::Format::Gzip},
+    {"btnBzip2Compression", "TAR.BZ2", "bz2.icns", CreateOptions::Format::Bzip2},
+    {"btnRarCompression", "RAR", "rar.icns", CreateOptions::Format::Rar},
+    {"btnArjCompression", "ARJ", "arj.icns", CreateOptions::Format::Arj},
+    {"btnLHACompression", "LHA", "lha.icns", CreateOptions::Format::Lha},
 };
 
 struct DefaultLevelButton {
@@ -104,6 +106,7 @@ CreateArchiveWindow::CreateArchiveWindow(JobSettings& settings, QWidget* parent)
 
   auto* layout = new QHBoxLayout(this);
   layout->addLayout(options, 1);
+  setMinimumWidth(460);
   layout->addWidget(buildNotesPanel());
   btnZipCompression();
   showControls();
@@ -117,9 +120,12 @@ QWidget* CreateArchiveWindow::buildFormats() {
   for (const FormatButton& button : kFormatButtons) {
     auto* format = named(new QToolButton, button.objectName);
     format->setText(QString::fromLatin1(button.label));
+    format->setIcon(ResourceIcons::named(QString::fromLatin1(button.icon)));
+    format->setIconSize(QSize(32, 32));
     format->setCheckable(true);
-    format->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    format->setMinimumWidth(64);
+    format->setAutoRaise(true);
+    format->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    format->setMinimumWidth(72);
     formats_->addButton(format);
     grid->addWidget(format, column / 4, column % 4);
     ++column;
@@ -140,6 +146,13 @@ QWidget* CreateArchiveWindow::buildLevel() {
   compressionLevelInfo_ = named(new QLabel, "compressionLevelInfo");
   connect(compressionLevelSliderControl_, &QSlider::valueChanged, this,
           &CreateArchiveWindow::compressionLevelSlider);
+  for (int position = 0; position <= kLevelPositions; ++position) {
+    const QString stored = PreferencesStore::text(QStringLiteral("DefaultCompressionLevel"));
+    if (JobSettings::levelAt(position) == &JobSettings::levelNamed(stored)) {
+      compressionLevelSliderControl_->setValue(position);
+      compressionLevelInfo_->setText(JobSettings::levelAt(position)->info);
+    }
+  }
 
   auto* makeDefault = new QToolButton;
   makeDefault->setText(tr("Default for new archives"));
@@ -178,19 +191,27 @@ QWidget* CreateArchiveWindow::buildProtection() {
   textfieldSplitToVolumesSize_->setValidator(new QIntValidator(1, 999999999, this));
   btnSplitToVolumesSizeType_ = named(new QComboBox, "btnSplitToVolumesSizeType");
   btnSplitToVolumesSizeType_->addItems({tr("KB"), tr("MB"), tr("GB")});
+  btnSplitToVolumesSizeType_->setCurrentIndex(CreateOptions::Megabytes);
 
   sfxChkBox_ = named(new QCheckBox(tr("Self-extracting archive")), "sfxChkBox");
-  auto* whatIsSfx = named(new QPushButton(tr("What is this?")), "btnWhatIsSFX");
-  whatIsSfx->setFlat(true);
+  auto* whatIsSfx = named(new QToolButton, "btnWhatIsSFX");
+  whatIsSfx->setText(tr("What is this?"));
+  whatIsSfx->setIcon(QIcon::fromTheme(QStringLiteral("help-contextual")));
+  whatIsSfx->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  whatIsSfx->setAutoRaise(true);
 
-  grid->addWidget(chkPasswordProtected_, 0, 0);
-  grid->addWidget(textFieldPassword_, 0, 1);
-  grid->addWidget(textFieldPasswordConfirm_, 0, 2);
-  grid->addWidget(chkSplitToVolumes_, 1, 0);
-  grid->addWidget(textfieldSplitToVolumesSize_, 1, 1);
-  grid->addWidget(btnSplitToVolumesSizeType_, 1, 2);
-  grid->addWidget(sfxChkBox_, 2, 0);
-  grid->addWidget(whatIsSfx, 2, 1, Qt::AlignLeft);
+  grid->addWidget(chkPasswordProtected_, 0, 0, 1, 3);
+  auto* passwords = new QHBoxLayout;
+  passwords->addWidget(textFieldPassword_);
+  passwords->addWidget(textFieldPasswordConfirm_);
+  grid->addLayout(passwords, 1, 0, 1, 3);
+  grid->addWidget(chkSplitToVolumes_, 2, 0);
+  grid->addWidget(textfieldSplitToVolumesSize_, 2, 1);
+  grid->addWidget(btnSplitToVolumesSizeType_, 2, 2);
+  grid->addWidget(sfxChkBox_, 3, 0);
+  grid->addWidget(whatIsSfx, 3, 1, 1, 2, Qt::AlignLeft);
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(2, 1);
 
   connect(chkPasswordProtected_, &QCheckBox::clicked, this,
           &CreateArchiveWindow::chkboxPasswordProtected);
@@ -199,7 +220,7 @@ QWidget* CreateArchiveWindow::buildProtection() {
   connect(sfxChkBox_, &QCheckBox::clicked, this, &CreateArchiveWindow::chkCreateSFXArchive);
   connect(btnSplitToVolumesSizeType_, &QComboBox::activated, this,
           &CreateArchiveWindow::splitUnitChosen);
-  connect(whatIsSfx, &QPushButton::clicked, this, [this] { CreateHelp::showSfxHelp(this); });
+  connect(whatIsSfx, &QToolButton::clicked, this, [this] { CreateHelp::showSfxHelp(this); });
   return box;
 }
 

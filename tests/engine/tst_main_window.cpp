@@ -38,6 +38,7 @@ class MainWindowTest : public QObject {
     if (folder.isEmpty())
       return;
     QDir().mkpath(folder);
+    QTest::qWait(50);  // let pending layout requests settle
     window->grab().save(folder + u'/' + name);
   }
 
