@@ -2,6 +2,8 @@
 
 #include "engine/ResourceIcons.h"
 
+#include "app/WindowPlacement.h"
+
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -39,10 +41,5 @@ CompressingWindow::CompressingWindow(QWidget* parent)
 }
 
 void CompressingWindow::centreAndShow() {
-  adjustSize();
-  if (QWidget* owner = parentWidget())
-    move(owner->geometry().center() - rect().center());
-  show();
-  raise();
-  activateWindow();
+  WindowPlacement::centreAndShow(this);
 }

@@ -1,4 +1,5 @@
 #include "create/CreateArchiveWindow.h"
+#include "app/WindowPlacement.h"
 
 #include "app/PreferencesStore.h"
 #include "create/CreateHelp.h"
@@ -246,12 +247,7 @@ QString CreateArchiveWindow::notes() const {
 }
 
 void CreateArchiveWindow::centreAndShow() {
-  adjustSize();
-  if (QWidget* owner = parentWidget())
-    move(owner->geometry().center() - rect().center());
-  show();
-  raise();
-  activateWindow();
+  WindowPlacement::centreAndShow(this);
 }
 
 void CreateArchiveWindow::disableSplitAndSfx() {

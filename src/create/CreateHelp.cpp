@@ -1,5 +1,7 @@
 #include "create/CreateHelp.h"
 
+#include "app/WindowPlacement.h"
+
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -23,10 +25,7 @@ void showHelp(QWidget* owner, const QString& objectName, const QString& title,
     layout->addWidget(body);
     layout->addWidget(buttons);
   }
-  window->adjustSize();
-  window->move(owner->geometry().center() - window->rect().center());
-  window->show();
-  window->raise();
+  WindowPlacement::centreAndShow(window);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include "engine/ResourceIcons.h"
 
+#include "app/WindowPlacement.h"
+
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -43,10 +45,6 @@ PasswordPanel::PasswordPanel(QWidget* parent) : QDialog(parent), passwordTextFie
 }
 
 void PasswordPanel::centreAndShow() {
-  adjustSize();
-  if (QWidget* owner = parentWidget())
-    move(owner->geometry().center() - rect().center());
-  show();
-  raise();
+  WindowPlacement::centreAndShow(this);
   passwordTextField_->setFocus();
 }

@@ -25,6 +25,19 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+namespace {
+
+// A main window on the real tools, with scripted panels and a recording
+// desktop.
+struct Fixture {
+  ProcessToolRunner runner;
+  FakeDialogs dialogs;
+  FakeDesktop desktop;
+  Engine engine{runner, runner, dialogs, desktop};
+};
+
+}  // namespace
+
 class MainWindowTest : public QObject {
   Q_OBJECT
 
@@ -53,22 +66,19 @@ class MainWindowTest : public QObject {
   }
 
   void openingShowsTheArchive() {
-    ProcessToolRunner runner;
-    FakeDialogs dialogs;
-    FakeDesktop desktop;
-    Engine engine(runner, runner, dialogs, desktop);
-    const MainWindowUi& ui = engine.ui();
+    Fixture fx;
+    const MainWindowUi& ui = fx.engine.ui();
     ui.mainWindow->show();
     ui.tabContainer->setCurrentIndex(2);
-    dialogs.openAnswers << QStringList{zip_};
+    fx.dialogs.openAnswers << QStringList{zip_};
 
     ui.openAction->trigger();
 
     QCOMPARE(ui.tabContainer->currentIndex(), 0);
-    QCOMPARE(dialogs.openPanels.size(), 1);
-    QCOMPARE(dialogs.openPanels[0].title, QString("Select archive to open"));
-    QCOMPARE(dialogs.openPanels[0].extensions.first(), QString("zip"));
-    QVERIFY(!dialogs.openPanels[0].chooseFolders);
+    QCOMPARE(fx.dialogs.openPanels.size(), 1);
+    QCOMPARE(fx.dialogs.openPanels[0].title, QString("Select archive to open"));
+    QCOMPARE(fx.dialogs.openPanels[0].extensions.first(), QString("zip"));
+    QVERIFY(!fx.dialogs.openPanels[0].chooseFolders);
     QCOMPARE(ui.mainWindow->windowTitle(), zip_);
     QCOMPARE(ui.filename->text(), QString("sample archive.zip"));
     QCOMPARE(ui.archivetype->text(), QString("zip"));
@@ -79,12 +89,12 @@ class MainWindowTest : public QObject {
     QVERIFY(!ui.archiveIconView->pixmap().isNull());
     QVERIFY(!ui.sourceArchive4ConvertionIcon->pixmap().isNull());
     QVERIFY(ui.loadingArchiveListingLoader->isHidden());
-    QVERIFY(dialogs.alerts.isEmpty());
+    QVERIFY(fx.dialogs.alerts.isEmpty());
 
     // Icons are asked for once per extension.
-    QStringList asked = desktop.iconRequests;
+    QStringList asked = fx.desktop.iconRequests;
     asked.removeDuplicates();
-    QCOMPARE(asked, desktop.iconRequests);
+    QCOMPARE(asked, fx.desktop.iconRequests);
 
     QCOMPARE(PreferencesStore::list(PreferencesStore::kRecentDocuments).value(0), zip_);
     ui.openRecentMenu->aboutToShow();
@@ -95,16 +105,13 @@ class MainWindowTest : public QObject {
   }
 
   void typesThatListNothingKeepIconAndRows() {
-    ProcessToolRunner runner;
-    FakeDialogs dialogs;
-    FakeDesktop desktop;
-    Engine engine(runner, runner, dialogs, desktop);
-    const MainWindowUi& ui = engine.ui();
-    engine.openDialog({zip_}, 1);
+    Fixture fx;
+    const MainWindowUi& ui = fx.engine.ui();
+    fx.engine.openDialog({zip_}, 1);
     const qint64 zipIcon = ui.archiveIconView->pixmap().cacheKey();
     const QString gz = work_.filePath("x.tar.gz");
     TestArchives::runIn(work_.path(), "tar", {"czf", gz, "tree"});
-    engine.openDialog({gz}, 1);
+    fx.engine.openDialog({gz}, 1);
     QCOMPARE(ui.archivetype->text(), QString("gz"));
     QCOMPARE(ui.archiveIconView->pixmap().cacheKey(), zipIcon);
     QCOMPARE(ui.oppenedArchiveArrayController->rowCount(), 8);
@@ -124,60 +131,48 @@ class MainWindowTest : public QObject {
   }
 
   void aCancelledPanelChangesNothing() {
-    ProcessToolRunner runner;
-    FakeDialogs dialogs;
-    FakeDesktop desktop;
-    Engine engine(runner, runner, dialogs, desktop);
-    engine.btnOpenAction();
-    QCOMPARE(engine.ui().filename->text(), QString());
-    QVERIFY(!engine.archive().isOpen());
+    Fixture fx;
+    fx.engine.btnOpenAction();
+    QCOMPARE(fx.engine.ui().filename->text(), QString());
+    QVERIFY(!fx.engine.archive().isOpen());
   }
 
   void thePasswordPanelListsWithThePassword() {
-    ProcessToolRunner runner;
-    FakeDialogs dialogs;
-    FakeDesktop desktop;
-    Engine engine(runner, runner, dialogs, desktop);
-    engine.ui().mainWindow->show();
-    engine.openDialog({protected7z_}, 1);
-    PasswordPanel* panel = engine.enterPasswordDlg();
+    Fixture fx;
+    fx.engine.ui().mainWindow->show();
+    fx.engine.openDialog({protected7z_}, 1);
+    PasswordPanel* panel = fx.engine.enterPasswordDlg();
     QVERIFY(panel->isVisible());
-    QCOMPARE(engine.ui().oppenedArchiveArrayController->rowCount(), 0);
+    QCOMPARE(fx.engine.ui().oppenedArchiveArrayController->rowCount(), 0);
     saveScreenshot(panel, "password-panel.png");
 
     QTest::keyClicks(panel->passwordTextField(), "abc");
     panel->findChild<QPushButton*>("btnPasswordProtectedDlgOK")->click();
     QVERIFY(!panel->isVisible());
-    QCOMPARE(engine.archive().archivePass, QString("-pabc"));
-    QCOMPARE(engine.ui().oppenedArchiveArrayController->rowCount(), 8);
+    QCOMPARE(fx.engine.archive().archivePass, QString("-pabc"));
+    QCOMPARE(fx.engine.ui().oppenedArchiveArrayController->rowCount(), 8);
   }
 
   void closingThePasswordPanelKeepsTheRows() {
-    ProcessToolRunner runner;
-    FakeDialogs dialogs;
-    FakeDesktop desktop;
-    Engine engine(runner, runner, dialogs, desktop);
-    engine.ui().mainWindow->show();
-    engine.openDialog({zip_}, 1);
-    engine.openDialog({protected7z_}, 1);
-    engine.enterPasswordDlg()->findChild<QPushButton*>("btnClosePasswordDlg")->click();
-    QVERIFY(!engine.enterPasswordDlg()->isVisible());
-    QCOMPARE(engine.ui().oppenedArchiveArrayController->rowCount(), 8);
-    QCOMPARE(engine.ui().filename->text(), QString("secret.7z"));
+    Fixture fx;
+    fx.engine.ui().mainWindow->show();
+    fx.engine.openDialog({zip_}, 1);
+    fx.engine.openDialog({protected7z_}, 1);
+    fx.engine.enterPasswordDlg()->findChild<QPushButton*>("btnClosePasswordDlg")->click();
+    QVERIFY(!fx.engine.enterPasswordDlg()->isVisible());
+    QCOMPARE(fx.engine.ui().oppenedArchiveArrayController->rowCount(), 8);
+    QCOMPARE(fx.engine.ui().filename->text(), QString("secret.7z"));
   }
 
   void sidePanelsFollowTheTabs() {
-    ProcessToolRunner runner;
-    FakeDialogs dialogs;
-    FakeDesktop desktop;
-    Engine engine(runner, runner, dialogs, desktop);
-    const MainWindowUi& ui = engine.ui();
+    Fixture fx;
+    const MainWindowUi& ui = fx.engine.ui();
     ui.mainWindow->show();
     ui.btnExpandArchiveFilePreview->setChecked(true);
     QVERIFY(ui.drawerObject->isVisible());
 
     ui.tabContainer->setCurrentIndex(1);
-    engine.tabSwitchObserver();
+    fx.engine.tabSwitchObserver();
     QVERIFY(ui.dropZone->isVisible());
     QVERIFY(!ui.drawerObject->isVisible());
     QVERIFY(!ui.btnExpandArchiveFilePreview->isChecked());
@@ -185,12 +180,12 @@ class MainWindowTest : public QObject {
 
     ui.btnExpandArchiveFilePreview->setChecked(true);
     ui.tabContainer->setCurrentIndex(0);
-    engine.tabSwitchObserver();
+    fx.engine.tabSwitchObserver();
     QVERIFY(!ui.dropZone->isVisible());
     QVERIFY(ui.drawerObject->isVisible());
 
     ui.tabContainer->setCurrentIndex(3);
-    engine.tabSwitchObserver();
+    fx.engine.tabSwitchObserver();
     QVERIFY(!ui.dropZone->isVisible());
     QVERIFY(!ui.drawerObject->isVisible());
     QVERIFY(!ui.btnExpandArchiveFilePreview->isChecked());
@@ -199,16 +194,13 @@ class MainWindowTest : public QObject {
   void aMissingProgramIsAnAlert() {
     QTemporaryDir emptyTools;
     qputenv("QUILLET_TOOLS_DIR", emptyTools.path().toUtf8());
-    ProcessToolRunner runner;
-    FakeDialogs dialogs;
-    FakeDesktop desktop;
-    Engine engine(runner, runner, dialogs, desktop);
-    engine.openDialog({zip_}, 1);
+    Fixture fx;
+    fx.engine.openDialog({zip_}, 1);
     qputenv("QUILLET_TOOLS_DIR", qgetenv("QUILLET_TEST_TOOLS_DIR"));
-    QCOMPARE(dialogs.alerts.size(), 1);
-    QCOMPARE(dialogs.alerts[0].title, QString("Missing program"));
-    QVERIFY(dialogs.alerts[0].message.contains("7za"));
-    QVERIFY(engine.ui().loadingArchiveListingLoader->isHidden());
+    QCOMPARE(fx.dialogs.alerts.size(), 1);
+    QCOMPARE(fx.dialogs.alerts[0].title, QString("Missing program"));
+    QVERIFY(fx.dialogs.alerts[0].message.contains("7za"));
+    QVERIFY(fx.engine.ui().loadingArchiveListingLoader->isHidden());
   }
 };
 
