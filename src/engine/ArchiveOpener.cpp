@@ -2,6 +2,7 @@
 
 #include "app/PreferencesStore.h"
 #include "engine/ArchiveChecksum.h"
+#include "engine/ArchiveCommands.h"
 #include "engine/ArchiveType.h"
 #include "engine/OpeningWindow.h"
 #include "engine/PathText.h"
@@ -166,17 +167,8 @@ ArchiveEntries ArchiveOpener::listWhileToolPrints(ToolRun run, SltType type) {
 }
 
 void ArchiveOpener::deleteFileFromArchiveWithName(const QString& name) {
-  const QString& type = archive_.archivetype;
-  const QString& path = archive_.filepath;
-  const QString remove = QStringLiteral("d");
-  ToolRun run;
-  if (type == ArchiveType::Rar)
-    run = {ToolLocations::rarCompressor(), {remove, archive_.archivePass, path, name}};
-  else if (type == ArchiveType::Arj)
-    run = {ToolLocations::arj(), {remove, path, PathText::lastPathComponent(name)}};
-  else
-    run = {ToolLocations::sevenZip(), {remove, archive_.archivePass, path, name}};
-  runTool(run);
+  runTool(ArchiveCommands::deleteEntry({archive_.archivetype, archive_.filepath}, name,
+                                       archive_.archivePass));
 }
 
 std::optional<ToolResult> ArchiveOpener::runTool(const ToolRun& run, bool reportFailure) {

@@ -7,8 +7,11 @@
 #include "create/ArchiveCreation.h"
 #include "create/CreateTab.h"
 #include "create/JobSettings.h"
+#include "engine/ArchiveEditing.h"
+#include "engine/ArchiveTest.h"
 #include "engine/ArchiveType.h"
 #include "engine/EntriesModel.h"
+#include "engine/Extraction.h"
 #include "engine/PasswordPanel.h"
 #include "engine/ResourceIcons.h"
 
@@ -48,6 +51,10 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
   creation_ = new ArchiveCreation(
       jobRunner, dialogs, {ui_.mainWindow, ui_.createTab, ui_.fileContentView, ui_.compressionSpin},
       this);
+  const EngineContext context{runner, dialogs, desktop, opener_, ui_, enterPasswordDlg_};
+  extraction_ = new Extraction(context, this);
+  test_ = new ArchiveTest(context, this);
+  editing_ = new ArchiveEditing(context, *creation_, this);
   connect(ui_.btnSwitchToCreate, &QAction::triggered, this, &Engine::btnSwitchToCreate);
   connect(ui_.openAction, &QAction::triggered, this, &Engine::btnOpenAction);
   connect(ui_.quitAction, &QAction::triggered, ui_.mainWindow, &QMainWindow::close);

@@ -9,6 +9,9 @@
 #include <QTimer>
 
 class ArchiveCreation;
+class ArchiveEditing;
+class ArchiveTest;
+class Extraction;
 class Desktop;
 class Dialogs;
 class PasswordPanel;
@@ -30,6 +33,9 @@ class Engine : public QObject, public OpeningWindow {
   PasswordPanel* enterPasswordDlg() const { return enterPasswordDlg_; }
   const OpenedArchive& archive() const { return opener_.archive(); }
   ArchiveCreation* creation() const { return creation_; }
+  Extraction* extraction() const { return extraction_; }
+  ArchiveTest* test() const { return test_; }
+  ArchiveEditing* editing() const { return editing_; }
 
   void btnOpenAction();
   void btnSwitchToCreate();
@@ -61,5 +67,8 @@ class Engine : public QObject, public OpeningWindow {
   CachedEntryIcons icons_;
   ArchiveOpener opener_;
   ArchiveCreation* creation_;
+  Extraction* extraction_;
+  ArchiveTest* test_;
+  ArchiveEditing* editing_;
   QTimer tabSwitchTimer_;
 };

@@ -1,14 +1,17 @@
 #include "engine/MainWindowUi.h"
 
 #include "app/DropZone.h"
+#include "app/PreferencesStore.h"
 #include "create/CreateTab.h"
 #include "engine/EntriesModel.h"
 #include "engine/ResourceIcons.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDockWidget>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -127,6 +130,40 @@ QTableView* buildEntriesTable(MainWindowUi& ui, QWidget* parent) {
   return table;
 }
 
+QCheckBox* optionNamed(const char* objectName, const QString& text, const char* key) {
+  auto* option = named(new QCheckBox(text), objectName);
+  if (key)
+    option->setChecked(PreferencesStore::isYes(QString::fromLatin1(key)));
+  return option;
+}
+
+QWidget* buildExtractionOptions(MainWindowUi& ui) {
+  ui.chkCreateSurroundingFolderBeforeExtracting =
+      optionNamed("chkCreateSurroundingFolderBeforeExtracting",
+                  QObject::tr("Extract into a folder named after the archive"), nullptr);
+  ui.chkOverwriteExistingFiles =
+      optionNamed("chkOverwriteExistingFiles", QObject::tr("Overwrite existing files"),
+                  "overwriteOnExtraction");
+  ui.chkOpenDestinationAfterExtraction =
+      optionNamed("chkOpenDestinationAfterExtraction", QObject::tr("Show the folder when done"),
+                  "openDestinationAfterExtraction");
+  ui.chkPlaySoundWhenDone = optionNamed("chkPlaySoundWhenDone",
+                                        QObject::tr("Play a sound when done"), "playSoundWhenDone");
+  ui.chkTrashAfterExtracting =
+      optionNamed("chkTrashAfterExtracting",
+                  QObject::tr("Move archives opened from the file manager to the trash"),
+                  "trashAfterExtracting");
+  auto* options = new QWidget;
+  auto* grid = new QGridLayout(options);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->addWidget(ui.chkCreateSurroundingFolderBeforeExtracting, 0, 0);
+  grid->addWidget(ui.chkOverwriteExistingFiles, 0, 1);
+  grid->addWidget(ui.chkOpenDestinationAfterExtraction, 0, 2);
+  grid->addWidget(ui.chkPlaySoundWhenDone, 1, 0);
+  grid->addWidget(ui.chkTrashAfterExtracting, 1, 1, 1, 2);
+  return options;
+}
+
 QWidget* buildArchiveTab(MainWindowUi& ui) {
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
@@ -162,6 +199,34 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   ui.btnSwitchToCreate->setShortcut(QKeySequence::New);
   ui.btnSwitchToCreate->setToolTip(QObject::tr("Put together a new archive (Ctrl+N)"));
 
+  const auto action = [window](const char* objectName, const QString& text, const char* theme,
+                               const char* fallback) {
+    auto* created = new QAction(
+        ResourceIcons::themed(QString::fromLatin1(theme), QString::fromLatin1(fallback)), text,
+        window);
+    created->setObjectName(QString::fromLatin1(objectName));
+    return created;
+  };
+  ui.btnExtractAction =
+      action("btnExtractAction", QObject::tr("E&xtract…"), "archive-extract", "action-extract");
+  ui.btnExtractAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+  ui.btnExtractSelected = action("btnExtractSelected", QObject::tr("Extract &Selected…"),
+                                 "archive-extract", "action-extract");
+  ui.btnExtractSelected->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E));
+  ui.btnTestAction =
+      action("btnTestAction", QObject::tr("&Test"), "document-preview-archive", "action-test");
+  ui.btnTestAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
+  ui.addFilesToArchive =
+      action("addFilesToArchive", QObject::tr("&Add Files…"), "list-add", "action-add");
+  ui.btnDeleteSelectedFilesFromArchive = action(
+      "btnDeleteSelectedFilesFromArchive", QObject::tr("&Delete"), "edit-delete", "action-delete");
+  // Delete acts on the entries table only: the create tab's list has its own.
+  ui.btnDeleteSelectedFilesFromArchive->setShortcut(QKeySequence::Delete);
+  ui.btnDeleteSelectedFilesFromArchive->setShortcutContext(Qt::WidgetShortcut);
+  ui.openedArchiveTableView->addAction(ui.btnDeleteSelectedFilesFromArchive);
+  ui.btnOpenArchiveFolder =
+      action("btnOpenArchiveFolder", QObject::tr("Show in &Folder"), "folder-open", "folder");
+
   ui.quitAction = new QAction(QIcon::fromTheme(QStringLiteral("application-exit")),
                               QObject::tr("&Quit"), window);
   ui.quitAction->setShortcut(QKeySequence::Quit);
@@ -180,7 +245,13 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   ui.openRecentMenu = file->addMenu(QObject::tr("Open &Recent"));
   ui.openRecentMenu->setObjectName(QStringLiteral("openRecentMenu"));
   file->addSeparator();
+  file->addAction(ui.btnOpenArchiveFolder);
+  file->addSeparator();
   file->addAction(ui.quitAction);
+  QMenu* archive = window->menuBar()->addMenu(QObject::tr("&Archive"));
+  archive->addActions({ui.btnExtractAction, ui.btnExtractSelected, ui.btnTestAction});
+  archive->addSeparator();
+  archive->addActions({ui.addFilesToArchive, ui.btnDeleteSelectedFilesFromArchive});
   QMenu* view = window->menuBar()->addMenu(QObject::tr("&View"));
   view->addAction(ui.btnExpandArchiveFilePreview);
   ui.aboutAction = new QAction(QIcon::fromTheme(QStringLiteral("help-about")),
@@ -195,6 +266,9 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   toolbar->setIconSize(QSize(28, 28));
   toolbar->addAction(ui.openAction);
   toolbar->addAction(ui.btnSwitchToCreate);
+  toolbar->addSeparator();
+  toolbar->addActions({ui.btnExtractAction, ui.btnTestAction, ui.addFilesToArchive,
+                       ui.btnDeleteSelectedFilesFromArchive});
   toolbar->addSeparator();
   toolbar->addAction(ui.btnExpandArchiveFilePreview);
 }

@@ -4,6 +4,7 @@ class Dialogs;
 class DropZone;
 class EntriesModel;
 class QAction;
+class QCheckBox;
 class QDockWidget;
 class QLabel;
 class QLineEdit;
@@ -36,8 +37,20 @@ struct MainWindowUi {
   EntriesModel* oppenedArchiveArrayController = nullptr;
   QPlainTextEdit* fileContentView = nullptr;
 
+  QCheckBox* chkCreateSurroundingFolderBeforeExtracting = nullptr;
+  QCheckBox* chkOverwriteExistingFiles = nullptr;
+  QCheckBox* chkOpenDestinationAfterExtraction = nullptr;
+  QCheckBox* chkPlaySoundWhenDone = nullptr;
+  QCheckBox* chkTrashAfterExtracting = nullptr;
+
   QAction* openAction = nullptr;
   QAction* btnSwitchToCreate = nullptr;
+  QAction* btnExtractAction = nullptr;
+  QAction* btnExtractSelected = nullptr;
+  QAction* btnTestAction = nullptr;
+  QAction* addFilesToArchive = nullptr;
+  QAction* btnDeleteSelectedFilesFromArchive = nullptr;
+  QAction* btnOpenArchiveFolder = nullptr;
   QMenu* openRecentMenu = nullptr;
   QAction* quitAction = nullptr;
   QAction* aboutAction = nullptr;

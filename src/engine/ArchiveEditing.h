@@ -1,0 +1,27 @@
+#pragma once
+
+#include "engine/EngineContext.h"
+
+#include <QObject>
+
+class ArchiveCreation;
+
+// Changing the open archive in place: deleting the selected entries and
+// adding files and folders, re-listing it afterwards.
+class ArchiveEditing : public QObject {
+  Q_OBJECT
+
+ public:
+  ArchiveEditing(const EngineContext& context, ArchiveCreation& creation,
+                 QObject* parent = nullptr);
+
+  void btnDeleteSelectedFilesFromArchive();
+  void addFilesToArchive();
+  void updateArchive(const QStringList& sheet, int returnCode);
+
+ private:
+  void refreshSize();
+
+  EngineContext context_;
+  ArchiveCreation& creation_;
+};

@@ -1,0 +1,40 @@
+#include "engine/ArchiveTest.h"
+
+#include "app/Dialogs.h"
+#include "engine/ArchiveCommands.h"
+#include "engine/ArchiveOpener.h"
+#include "engine/ArchiveType.h"
+#include "engine/MainWindowUi.h"
+#include "engine/TestReport.h"
+
+#include <QAction>
+#include <QPlainTextEdit>
+
+ArchiveTest::ArchiveTest(const EngineContext& context, QObject* parent)
+    : QObject(parent), context_(context) {
+  connect(context.ui.btnTestAction, &QAction::triggered, this, &ArchiveTest::btnTestAction);
+}
+
+void ArchiveTest::btnTestAction() {
+  OpenedArchive& archive = context_.opener.archive();
+  if (!archive.isOpen())
+    return;
+  // Braces around the password are part of the test's switch.
+  archive.archivePass = QStringLiteral("-p{") + context_.passwordFieldText() + u'}';
+  const bool isRar = archive.archivetype == ArchiveType::Rar;
+  const ToolRun run =
+      ArchiveCommands::test({archive.archivetype, archive.filepath}, archive.archivePass);
+  const ToolResult result = context_.runReported(run);
+  const QString banner = TestReport::installedBanner(context_.runner, run.program, isRar);
+  const QString report = TestReport::withoutBanners(
+      result.text(),
+      {banner, isRar ? TestReport::kUnrar390Banner : TestReport::kSevenZip904Banner});
+  context_.ui.fileContentView->setPlainText(report);
+  if (TestReport::passed(report, isRar)) {
+    context_.dialogs.alert(QStringLiteral("Archive test completed"),
+                           QStringLiteral("No errors found."), QStringLiteral("OK"));
+  } else {
+    context_.dialogs.alert(QStringLiteral("Problem found"), QStringLiteral("Archive is damaged."),
+                           QStringLiteral("OK"));
+  }
+}

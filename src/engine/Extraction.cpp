@@ -1,0 +1,200 @@
+#include "engine/Extraction.h"
+
+#include "app/Desktop.h"
+#include "app/Dialogs.h"
+#include "app/DropZone.h"
+#include "app/PreferencesStore.h"
+#include "app/WindowPlacement.h"
+#include "engine/ArchiveCommands.h"
+#include "engine/ArchiveOpener.h"
+#include "engine/ArchiveType.h"
+#include "engine/EntriesModel.h"
+#include "engine/ExtractionDialog.h"
+#include "engine/MainWindowUi.h"
+#include "engine/PasswordCheck.h"
+#include "engine/PathText.h"
+#include "engine/SizeText.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QTabWidget>
+#include <QTableView>
+
+namespace {
+
+constexpr int kPanelOk = 1;
+
+void storeOption(QCheckBox* option, const QString& key) {
+  QObject::connect(option, &QCheckBox::clicked, option,
+                   [option, key] { PreferencesStore::setYes(key, option->isChecked()); });
+}
+
+}  // namespace
+
+Extraction::Extraction(const EngineContext& context, QObject* parent)
+    : QObject(parent), context_(context), dialog_(new ExtractionDialog(context.ui.mainWindow)) {
+  const MainWindowUi& ui = context.ui;
+  connect(ui.btnExtractAction, &QAction::triggered, this, &Extraction::btnExtractAction);
+  connect(ui.btnExtractSelected, &QAction::triggered, this, &Extraction::btnExtractSelected);
+  connect(ui.btnOpenArchiveFolder, &QAction::triggered, this, &Extraction::btnOpenArchiveFolder);
+  connect(dialog_, &ExtractionDialog::cancelPressed, this, [this] { context_.runner.cancel(); });
+  storeOption(ui.chkOpenDestinationAfterExtraction,
+              QStringLiteral("openDestinationAfterExtraction"));
+  storeOption(ui.chkTrashAfterExtracting, QStringLiteral("trashAfterExtracting"));
+  storeOption(ui.chkOverwriteExistingFiles, QStringLiteral("overwriteOnExtraction"));
+  storeOption(ui.chkPlaySoundWhenDone, QStringLiteral("playSoundWhenDone"));
+}
+
+void Extraction::btnExtractAction() {
+  if (!context_.opener.archive().isOpen())
+    return;
+  context_.ui.tabContainer->setCurrentIndex(0);
+  Dialogs::OpenPanel panel;
+  panel.title = QStringLiteral("Select destination for extraction");
+  panel.chooseFiles = false;
+  panel.chooseFolders = true;
+  panel.canCreateFolders = true;
+  const QStringList chosen = context_.dialogs.chooseToOpen(context_.ui.mainWindow, panel);
+  openDialogForExtraction(chosen, chosen.isEmpty() ? 0 : kPanelOk);
+}
+
+void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCode) {
+  if (returnCode != kPanelOk || sheet.isEmpty())
+    return;
+  context_.ui.tabContainer->setCurrentIndex(0);
+  const bool show = PreferencesStore::isYes(QStringLiteral("openDestinationAfterExtraction"));
+  const bool overwrite = PreferencesStore::isYes(QStringLiteral("overwriteOnExtraction"));
+  const bool sound = PreferencesStore::isYes(QStringLiteral("playSoundWhenDone"));
+  file_ = sheet;
+  QString destination = sheet.first();
+  OpenedArchive& archive = context_.opener.archive();
+  if (context_.ui.chkCreateSurroundingFolderBeforeExtracting->isChecked()) {
+    destination += u'/' + PathText::deletingPathExtension(archive.filename);
+    QDir().mkpath(destination);
+  }
+  choosenPath_ = destination;
+
+  const QString password = context_.passwordFieldText();
+  archive.archivePass =
+      password.isEmpty() ? OpenedArchive::kNoPassword : QStringLiteral("-p") + password;
+  if (overwrite && !passwordWillNotDestroyFiles(archive.archivePass))
+    return;
+
+  showDialog();
+  const QString& type = archive.archivetype;
+  ToolRun run = ArchiveCommands::extractAll({type, archive.filepath}, destination, overwrite,
+                                            archive.archivePass);
+  run.acceptsUserInput = true;
+  QDir::setCurrent(PathText::deletingLastPathComponent(archive.filepath));
+  context_.runReported(run);
+  const bool reportsResult = type != ArchiveType::Arj && type != ArchiveType::Lha &&
+                             type != ArchiveType::Tbz2 && type != ArchiveType::Bz2;
+  if (reportsResult) {
+    context_.ui.fileContentView->setPlainText(
+        overwrite ? QStringLiteral("Extraction done.\n")
+                  : QStringLiteral("Extraction done.\n NOTE: existing files and folders skipped "
+                                   "and not overwritten.\n"));
+  }
+  // The archive's own folder is shown, not the destination.
+  finish(PathText::deletingLastPathComponent(archive.filepath), show, sound);
+}
+
+void Extraction::btnExtractSelected() {
+  const QModelIndexList selected =
+      context_.ui.openedArchiveTableView->selectionModel()->selectedRows();
+  if (selected.isEmpty())
+    return;
+  context_.ui.dropZone->hide();
+  context_.ui.tabContainer->setCurrentIndex(0);
+  Dialogs::OpenPanel panel;
+  panel.title = QStringLiteral("Select directory to extract to");
+  panel.chooseFiles = false;
+  panel.chooseFolders = true;
+  panel.canCreateFolders = true;
+  const QString destination = context_.dialogs.chooseToOpen(context_.ui.mainWindow, panel).value(0);
+  if (destination.isEmpty())
+    return;
+
+  const OpenedArchive& archive = context_.opener.archive();
+  const QString& type = archive.archivetype;
+  const QString password = context_.passwordFieldText();
+  if (type == ArchiveType::Rar || type == ArchiveType::Arj || type == ArchiveType::Lha) {
+    context_.dialogs.alert(
+        QStringLiteral("Archive not supported"),
+        QStringLiteral("Extracting files from this type of archives is not supported."),
+        QStringLiteral("OK"));
+    return;
+  }
+  const bool extracts = type == ArchiveType::Zip || type == ArchiveType::SevenZip;
+  // Each run answers every question with yes, so existing files are replaced.
+  if (extracts && !passwordWillNotDestroyFiles(
+                      password.isEmpty() ? QString() : QStringLiteral("-p") + password))
+    return;
+
+  showDialog();
+  QProgressBar* progress = dialog_->extractionAnimation();
+  progress->setRange(0, static_cast<int>(selected.size()));
+  progress->setValue(0);
+  const bool show = PreferencesStore::isYes(QStringLiteral("openDestinationAfterExtraction"));
+  const bool sound = PreferencesStore::isYes(QStringLiteral("playSoundWhenDone"));
+  const ArchiveEntries& entries = context_.ui.oppenedArchiveArrayController->entries();
+  int done = 0;
+  for (const QModelIndex& row : selected) {
+    const QString& name = entries[row.row()].name;
+    dialog_->extractionDlgFileNameTitle()->setText(name);
+    progress->setValue(++done);
+    if (!extracts)
+      continue;
+    ToolRun run =
+        ArchiveCommands::extractEntry({type, archive.filepath}, name, destination, password);
+    run.acceptsUserInput = true;
+    context_.runReported(run);
+  }
+  progress->setRange(0, 0);
+  finish(destination, show, sound);
+}
+
+void Extraction::btnOpenArchiveFolder() {
+  const QString& path = context_.opener.archive().filepath;
+  if (!path.isEmpty())
+    context_.desktop.showFolder(PathText::deletingLastPathComponent(path));
+}
+
+void Extraction::showDialog() {
+  const OpenedArchive& archive = context_.opener.archive();
+  dialog_->extractionDlgFileNameTitle()->setText(archive.filepath);
+  dialog_->extractionDlgFileSizeTitle()->setText(SizeText::archiveFile(archive.filepath));
+  dialog_->extractionAnimation()->setRange(0, 0);
+  if (!dialog_->isVisible())
+    WindowPlacement::centreAndShow(dialog_);
+}
+
+void Extraction::finish(const QString& folderToShow, bool show, bool sound) {
+  if (show)
+    context_.desktop.showFolder(folderToShow);
+  if (sound)
+    context_.desktop.beep();
+  dialog_->hide();
+}
+
+bool Extraction::passwordWillNotDestroyFiles(const QString& passwordSwitch) {
+  const OpenedArchive& archive = context_.opener.archive();
+  const QString& type = archive.archivetype;
+  PasswordCheck::Verdict verdict = PasswordCheck::Verdict::NotEncrypted;
+  if (type == ArchiveType::Zip || type == ArchiveType::SevenZip)
+    verdict = PasswordCheck::forSevenZip(context_.runner, archive.filepath, passwordSwitch);
+  else if (type == ArchiveType::Rar)
+    verdict = PasswordCheck::forRar(context_.runner, archive.filepath, passwordSwitch);
+  if (verdict != PasswordCheck::Verdict::Wrong)
+    return true;
+  context_.dialogs.alert(tr("Wrong password"),
+                         tr("The password does not open this archive. Nothing was extracted, so no "
+                            "existing file was replaced."),
+                         QStringLiteral("OK"));
+  return false;
+}

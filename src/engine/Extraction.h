@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/EngineContext.h"
+
+#include <QObject>
+#include <QStringList>
+
+class ExtractionDialog;
+
+// Extracting the open archive: all of it into a chosen folder, or the
+// selected rows; and the option checkboxes that go with it.
+class Extraction : public QObject {
+  Q_OBJECT
+
+ public:
+  Extraction(const EngineContext& context, QObject* parent = nullptr);
+
+  ExtractionDialog* extractionDialog() const { return dialog_; }
+  const QString& choosenPath() const { return choosenPath_; }
+
+  void btnExtractAction();
+  void openDialogForExtraction(const QStringList& sheet, int returnCode);
+  void btnExtractSelected();
+  void btnOpenArchiveFolder();
+
+ private:
+  void showDialog();
+  void hideDialog();
+  // False, after telling the user, when a password that does not open the
+  // archive would let the tool empty existing files.
+  bool passwordWillNotDestroyFiles(const QString& passwordSwitch);
+  void finish(const QString& folderToShow, bool show, bool sound);
+
+  EngineContext context_;
+  ExtractionDialog* dialog_;
+  QStringList file_;
+  QString choosenPath_;
+};
