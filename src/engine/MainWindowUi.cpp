@@ -171,11 +171,16 @@ QWidget* buildArchiveTab(MainWindowUi& ui) {
 
   auto* splitter = new QSplitter(Qt::Vertical);
   splitter->addWidget(buildEntriesTable(ui, page));
+  auto* lower = new QWidget;
+  auto* lowerLayout = new QVBoxLayout(lower);
+  lowerLayout->setContentsMargins(0, 0, 0, 0);
+  lowerLayout->addWidget(buildExtractionOptions(ui));
   ui.fileContentView = named(new QPlainTextEdit, "fileContentView");
   ui.fileContentView->setReadOnly(true);
   ui.fileContentView->setPlaceholderText(
       QObject::tr("Messages of the last operation appear here."));
-  splitter->addWidget(ui.fileContentView);
+  lowerLayout->addWidget(ui.fileContentView);
+  splitter->addWidget(lower);
   splitter->setStretchFactor(0, 4);
   splitter->setStretchFactor(1, 1);
   splitter->setChildrenCollapsible(false);

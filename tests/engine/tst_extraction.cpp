@@ -1,0 +1,327 @@
+#include "FakeDesktop.h"
+#include "FakeDialogs.h"
+#include "app/PreferencesStore.h"
+#include "engine/Engine.h"
+#include "engine/EntriesModel.h"
+#include "engine/Extraction.h"
+#include "engine/ExtractionDialog.h"
+#include "engine/PasswordPanel.h"
+#include "engine/ProcessToolRunner.h"
+#include "support/TestArchives.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QDirIterator>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+using Tree = QMap<QString, QByteArray>;
+
+Tree treeUnder(const QString& root) {
+  Tree tree;
+  QDirIterator files(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    const QString path = files.next();
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    tree.insert(QDir(root).relativeFilePath(path), file.readAll());
+  }
+  return tree;
+}
+
+void writeFile(const QString& path, const QByteArray& content) {
+  QDir().mkpath(QFileInfo(path).absolutePath());
+  QFile file(path);
+  file.open(QIODevice::WriteOnly);
+  file.write(content);
+}
+
+QByteArray contentOf(const QString& path) {
+  QFile file(path);
+  file.open(QIODevice::ReadOnly);
+  return file.readAll();
+}
+
+struct Fixture {
+  ProcessToolRunner runner;
+  FakeDialogs dialogs;
+  FakeDesktop desktop;
+  Engine engine{runner, runner, dialogs, desktop};
+
+  Extraction& extraction() { return *engine.extraction(); }
+  void open(const QString& archive, const QString& password = QString()) {
+    engine.openDialog({archive}, 1);
+    if (!password.isNull()) {
+      engine.enterPasswordDlg()->passwordTextField()->setText(password);
+      engine.btnPasswordProtectedDlgOK();
+    }
+  }
+  void selectRowsNamed(const QStringList& names) {
+    QTableView* table = engine.ui().openedArchiveTableView;
+    table->clearSelection();
+    const ArchiveEntries& entries = engine.ui().oppenedArchiveArrayController->entries();
+    for (int row = 0; row < entries.size(); ++row) {
+      if (names.contains(entries[row].name))
+        table->selectionModel()->select(table->model()->index(row, 0),
+                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+  }
+};
+
+}  // namespace
+
+// Extraction with the real tools into real folders.
+class ExtractionTest : public QObject {
+  Q_OBJECT
+
+ private:
+  QTemporaryDir work_;
+  Tree source_;
+
+  QString make(const QString& archive, const QString& program, QStringList arguments) {
+    const QString path = work_.filePath(archive);
+    arguments.replaceInStrings("%A", path);
+    TestArchives::runIn(work_.path(), program, arguments);
+    return path;
+  }
+
+  Tree sourceUnder(const QString& prefix) const {
+    Tree tree;
+    for (auto [path, content] : source_.asKeyValueRange())
+      tree.insert(prefix + path, content);
+    return tree;
+  }
+
+ private slots:
+  void initTestCase() {
+    TestArchives::writeSampleTree(work_.path(), "tree");
+    source_ = treeUnder(work_.filePath("tree"));
+    PreferencesStore::setText(PreferencesStore::kAutoremoveMacosxFolder, "NO");
+  }
+
+  void init() {
+    for (const char* key :
+         {"overwriteOnExtraction", "openDestinationAfterExtraction", "playSoundWhenDone"})
+      PreferencesStore::setText(key, "NO");
+  }
+
+  void wholeArchivesArriveByteForByte_data() {
+    QTest::addColumn<QString>("archive");
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("prefix");
+    QTest::newRow("zip") << "t.zip"
+                         << "7z" << QStringList{"a", "-bd", "%A", "tree"} << "tree/";
+    QTest::newRow("7z") << "t.7z"
+                        << "7z" << QStringList{"a", "-bd", "%A", "tree"} << "tree/";
+    QTest::newRow("tar") << "t.tar"
+                         << "tar" << QStringList{"cf", "%A", "tree"} << "tree/";
+    QTest::newRow("tbz2 through tar") << "t.tbz2"
+                                      << "tar" << QStringList{"cjf", "%A", "tree"} << "tree/";
+    QTest::newRow("bz2 through tar") << "t.tar.bz2"
+                                     << "tar" << QStringList{"cjf", "%A", "tree"} << "tree/";
+    QTest::newRow("arj") << "t.arj"
+                         << "arj" << QStringList{"a", "-r", "%A", "tree"} << "tree/";
+    QTest::newRow("lha, in the destination")
+        << "t.lha"
+        << "jlha" << QStringList{"a", "%A", "tree/a.txt", "tree/dir one/b.bin"} << "tree/";
+  }
+  void wholeArchivesArriveByteForByte() {
+    QFETCH(QString, archive);
+    QFETCH(QString, program);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, prefix);
+    const QString path = make(archive, program, arguments);
+    QTemporaryDir destination;
+    Fixture fx;
+    fx.open(path);
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    Tree expected = sourceUnder(prefix);
+    if (program == "jlha")
+      expected = {{"tree/a.txt", source_["a.txt"]},
+                  {"tree/dir one/b.bin", source_["dir one/b.bin"]}};
+    QCOMPARE(treeUnder(destination.path()), expected);
+    QVERIFY(!fx.extraction().extractionDialog()->isVisible());
+    QVERIFY(fx.dialogs.alerts.isEmpty());
+  }
+
+  void compressedTarsGiveTheirInnerLayer_data() {
+    QTest::addColumn<QString>("archive");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("inner");
+    QTest::newRow("tgz") << "t.tgz" << QStringList{"czf", "%A", "tree"} << "t.tar";
+    QTest::newRow("gz") << "one.txt.gz" << QStringList{} << "one.txt";
+  }
+  void compressedTarsGiveTheirInnerLayer() {
+    QFETCH(QString, archive);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, inner);
+    const QString path = work_.filePath(archive);
+    if (arguments.isEmpty()) {
+      writeFile(work_.filePath("one.txt"), "one\n");
+      TestArchives::runIn(work_.path(), "gzip", {"-k", "-f", "one.txt"});
+    } else {
+      make(archive, "tar", arguments);
+    }
+    QTemporaryDir destination;
+    Fixture fx;
+    fx.open(path);
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    QVERIFY(QFile::exists(destination.filePath(inner)));
+  }
+
+  void overwriteChoosesBetweenSkippingAndReplacing_data() {
+    QTest::addColumn<bool>("overwrite");
+    QTest::addColumn<QByteArray>("kept");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("skip")
+        << false << QByteArray("mine\n")
+        << "Extraction done.\n NOTE: existing files and folders skipped and not overwritten.\n";
+    QTest::newRow("replace") << true << QByteArray("hello\n") << "Extraction done.\n";
+  }
+  void overwriteChoosesBetweenSkippingAndReplacing() {
+    QFETCH(bool, overwrite);
+    QFETCH(QByteArray, kept);
+    QFETCH(QString, text);
+    const QString path = make("o.7z", "7z", {"a", "-bd", "%A", "tree/a.txt"});
+    QTemporaryDir destination;
+    writeFile(destination.filePath("tree/a.txt"), "mine\n");
+    PreferencesStore::setYes("overwriteOnExtraction", overwrite);
+    Fixture fx;
+    fx.open(path);
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    QCOMPARE(contentOf(destination.filePath("tree/a.txt")), kept);
+    QCOMPARE(fx.engine.ui().fileContentView->toPlainText(), text);
+  }
+
+  void aWrongPasswordDestroysNothing_data() {
+    QTest::addColumn<QString>("archive");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("zip") << "w.zip" << QStringList{"a", "-bd", "-pright", "%A", "tree/a.txt"};
+    QTest::newRow("7z, encrypted headers")
+        << "w.7z" << QStringList{"a", "-bd", "-pright", "-mhe=on", "%A", "tree/a.txt"};
+  }
+  void aWrongPasswordDestroysNothing() {
+    QFETCH(QString, archive);
+    QFETCH(QStringList, arguments);
+    const QString path = make(archive, "7z", arguments);
+    QTemporaryDir destination;
+    writeFile(destination.filePath("tree/a.txt"), "precious\n");
+    PreferencesStore::setYes("overwriteOnExtraction", true);
+    Fixture fx;
+    fx.open(path, "wrong");
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    QCOMPARE(contentOf(destination.filePath("tree/a.txt")), QByteArray("precious\n"));
+    QCOMPARE(fx.dialogs.alerts.size(), 1);
+    QCOMPARE(fx.dialogs.alerts[0].title, QString("Wrong password"));
+
+    fx.engine.enterPasswordDlg()->passwordTextField()->setText("right");
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    QCOMPARE(contentOf(destination.filePath("tree/a.txt")), QByteArray("hello\n"));
+  }
+
+  void theSurroundingFolderIsNamedAfterTheArchive() {
+    const QString path = make("photos.tar.zip", "7z", {"a", "-bd", "%A", "tree/a.txt"});
+    QTemporaryDir destination;
+    Fixture fx;
+    fx.open(path);
+    fx.engine.ui().chkCreateSurroundingFolderBeforeExtracting->setChecked(true);
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    QCOMPARE(fx.extraction().choosenPath(), destination.filePath("photos.tar"));
+    QVERIFY(QFile::exists(destination.filePath("photos.tar/tree/a.txt")));
+  }
+
+  void showingAndSoundingFollowThePreferences() {
+    const QString path = make("s.zip", "7z", {"a", "-bd", "%A", "tree/a.txt", "tree/big.dat"});
+    PreferencesStore::setText("openDestinationAfterExtraction", "YES");
+    PreferencesStore::setText("playSoundWhenDone", "YES");
+    QTemporaryDir destination;
+    Fixture fx;
+    fx.open(path);
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    // The whole archive shows the archive's own folder, the selected rows
+    // the chosen one.
+    QCOMPARE(fx.desktop.shownFolders, QStringList{QFileInfo(path).absolutePath()});
+    QCOMPARE(fx.desktop.beeps, 1);
+    fx.selectRowsNamed({"tree/a.txt"});
+    fx.dialogs.openAnswers << QStringList{destination.path()};
+    fx.extraction().btnExtractSelected();
+    QCOMPARE(fx.desktop.shownFolders.value(1), destination.path());
+  }
+
+  void selectedRowsArriveAlone_data() {
+    QTest::addColumn<QString>("archive");
+    QTest::addColumn<QString>("password");
+    QTest::newRow("zip") << "sel.zip" << QString();
+    QTest::newRow("7z") << "sel.7z" << QString();
+    QTest::newRow("protected zip") << "psel.zip"
+                                   << "pw";
+    QTest::newRow("protected 7z") << "psel.7z"
+                                  << "pw";
+  }
+  void selectedRowsArriveAlone() {
+    QFETCH(QString, archive);
+    QFETCH(QString, password);
+    QStringList arguments = {"a", "-bd", "%A", "tree"};
+    if (!password.isEmpty())
+      arguments.insert(2, "-p" + password);
+    const QString path = make(archive, "7z", arguments);
+    QTemporaryDir destination;
+    writeFile(destination.filePath("tree/a.txt"), "old\n");
+    Fixture fx;
+    fx.open(path, password.isEmpty() ? QString() : password);
+    fx.selectRowsNamed({"tree/a.txt", "tree/dir one/b.bin"});
+    fx.dialogs.openAnswers << QStringList{destination.path()};
+    fx.extraction().btnExtractSelected();
+    QCOMPARE(
+        treeUnder(destination.path()),
+        (Tree{{"tree/a.txt", source_["a.txt"]}, {"tree/dir one/b.bin", source_["dir one/b.bin"]}}));
+    QCOMPARE(fx.dialogs.openPanels.last().title, QString("Select directory to extract to"));
+  }
+
+  void selectedRowsOfATarRunNothing() {
+    const QString path = make("sel.tar", "tar", {"cf", "%A", "tree"});
+    QTemporaryDir destination;
+    Fixture fx;
+    fx.open(path);
+    fx.selectRowsNamed({"tree/a.txt"});
+    fx.dialogs.openAnswers << QStringList{destination.path()};
+    fx.extraction().btnExtractSelected();
+    QVERIFY(QDir(destination.path()).isEmpty());
+    QVERIFY(!fx.extraction().extractionDialog()->isVisible());
+  }
+
+  void nothingHappensWithoutAnArchive() {
+    Fixture fx;
+    fx.extraction().btnExtractAction();
+    fx.extraction().btnOpenArchiveFolder();
+    QVERIFY(fx.dialogs.openPanels.isEmpty());
+    QVERIFY(fx.desktop.shownFolders.isEmpty());
+  }
+
+  void optionsStoreYesAndNo() {
+    Fixture fx;
+    QCheckBox* overwrite = fx.engine.ui().chkOverwriteExistingFiles;
+    overwrite->setChecked(false);
+    overwrite->click();
+    QCOMPARE(PreferencesStore::text("overwriteOnExtraction"), QString("YES"));
+    overwrite->click();
+    QCOMPARE(PreferencesStore::text("overwriteOnExtraction"), QString("NO"));
+    fx.engine.ui().chkTrashAfterExtracting->click();
+    QCOMPARE(PreferencesStore::text("trashAfterExtracting"),
+             QString(fx.engine.ui().chkTrashAfterExtracting->isChecked() ? "YES" : "NO"));
+  }
+};
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  ExtractionTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+#include "tst_extraction.moc"
