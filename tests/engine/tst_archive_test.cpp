@@ -10,7 +10,9 @@
 #include "support/TestArchives.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTest>
@@ -89,6 +91,12 @@ class ArchiveTestTest : public QObject {
     QCOMPARE(sound.dialogs.alerts.last().message, QString("No errors found."));
     QVERIFY(sound.report().contains("Everything is Ok"));
     QVERIFY2(!sound.report().contains("7-Zip [64]"), qPrintable(sound.report()));
+    const QString shots = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
+    if (archive == "t.7z" && !shots.isEmpty() && QDir().mkpath(shots)) {
+      sound.engine.ui().mainWindow->show();
+      QTest::qWait(50);
+      sound.engine.ui().mainWindow->grab().save(shots + "/main-window-after-test.png");
+    }
 
     damage(path);
     Fixture<ProcessToolRunner> damaged;

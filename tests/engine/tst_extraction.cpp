@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -295,6 +296,34 @@ class ExtractionTest : public QObject {
     fx.extraction().btnExtractSelected();
     QVERIFY(QDir(destination.path()).isEmpty());
     QVERIFY(!fx.extraction().extractionDialog()->isVisible());
+  }
+
+  void screenshotOfTheExtractionDialog() {
+    const QString folder = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
+    const QString path = make("shot.7z", "7z", {"a", "-bd", "%A", "tree"});
+    QTemporaryDir destination;
+    // Takes the picture while the extraction runs.
+    struct PictureRunner : ProcessToolRunner {
+      QWidget* dialog = nullptr;
+      QString file;
+      ToolResult run(const ToolRun& run) override {
+        if (dialog && run.arguments.value(0) == "x" && !file.isEmpty()) {
+          QTest::qWait(50);
+          dialog->grab().save(file);
+        }
+        return ProcessToolRunner::run(run);
+      }
+    } runner;
+    FakeDialogs dialogs;
+    FakeDesktop desktop;
+    Engine engine(runner, runner, dialogs, desktop);
+    engine.ui().mainWindow->show();
+    engine.openDialog({path}, 1);
+    runner.dialog = engine.extraction()->extractionDialog();
+    if (!folder.isEmpty() && QDir().mkpath(folder))
+      runner.file = folder + "/extraction-dialog.png";
+    engine.extraction()->openDialogForExtraction({destination.path()}, 1);
+    QVERIFY(QFile::exists(destination.filePath("tree/a.txt")));
   }
 
   void nothingHappensWithoutAnArchive() {
