@@ -13,12 +13,15 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -324,6 +327,54 @@ class ExtractionTest : public QObject {
       runner.file = folder + "/extraction-dialog.png";
     engine.extraction()->openDialogForExtraction({destination.path()}, 1);
     QVERIFY(QFile::exists(destination.filePath("tree/a.txt")));
+  }
+
+  void selectedRowsOfRarArjLhaAreRefusedAfterTheFolder_data() {
+    QTest::addColumn<QString>("archive");
+    QTest::newRow("rar") << "x.rar";
+    QTest::newRow("arj") << "x.arj";
+    QTest::newRow("lha") << "x.lha";
+  }
+  void selectedRowsOfRarArjLhaAreRefusedAfterTheFolder() {
+    QFETCH(QString, archive);
+    QTemporaryDir folder;
+    const QString path = folder.filePath(archive);
+    QFile(path).open(QIODevice::WriteOnly);
+    Fixture fx;
+    fx.open(path);
+    fx.engine.ui().oppenedArchiveArrayController->setEntries({ArchiveEntry{"a.txt"}});
+    fx.selectRowsNamed({"a.txt"});
+    fx.dialogs.openAnswers << QStringList{folder.path()};
+    fx.extraction().btnExtractSelected();
+    QCOMPARE(fx.dialogs.openPanels.size(), 1);
+    QCOMPARE(fx.dialogs.alerts.last().title, QString("Archive not supported"));
+    QCOMPARE(fx.dialogs.alerts.last().message,
+             QString("Extracting files from this type of archives is not supported."));
+  }
+
+  void cancelEndsTheRunningTool() {
+    QTemporaryDir tools;
+    QFile slow(tools.filePath("7za"));
+    slow.open(QIODevice::WriteOnly);
+    slow.write("#!/bin/sh\nexec sleep 30\n");
+    slow.close();
+    slow.setPermissions(slow.permissions() | QFile::ExeOwner);
+    const QString path = make("c.7z", "7z", {"a", "-bd", "%A", "tree/a.txt"});
+    Fixture fx;
+    fx.open(path);
+    const QByteArray realTools = qgetenv("QUILLET_TOOLS_DIR");
+    qputenv("QUILLET_TOOLS_DIR", tools.path().toUtf8());
+    QTimer::singleShot(300, [&fx] {
+      fx.extraction().extractionDialog()->findChild<QPushButton*>("btnCancelExtraction")->click();
+    });
+    QElapsedTimer clock;
+    clock.start();
+    QTemporaryDir destination;
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    qputenv("QUILLET_TOOLS_DIR", realTools);
+    QVERIFY(clock.elapsed() < 20000);
+    QVERIFY(!fx.extraction().extractionDialog()->isVisible());
+    QVERIFY(fx.engine.ui().fileContentView->toPlainText().startsWith("Extraction done."));
   }
 
   void nothingHappensWithoutAnArchive() {
