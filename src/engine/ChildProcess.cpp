@@ -16,7 +16,10 @@ extern char** environ;
 
 namespace {
 
-constexpr size_t kReadSize = 1 << 16;
+constexpr size_t kReadSize = 1 << 20;
+constexpr int kPipeSize = 1 << 20;
+constexpr useconds_t kGatherMicroseconds = 1000;
+constexpr qsizetype kLongOutput = 1 << 20;
 
 std::vector<QByteArray> toolEnvironment() {
   std::vector<QByteArray> variables;
@@ -105,6 +108,7 @@ bool ChildProcess::start(const QString& program, const QStringList& arguments,
   ::close(errorPipe[1]);
   input_ = inputPipe[1];
   output_ = outputPipe[0];
+  fcntl(output_, F_SETPIPE_SZ, kPipeSize);
   errors_ = errorPipe[0];
   if (failed != 0) {
     pid_ = -1;
@@ -118,9 +122,10 @@ void ChildProcess::pump(const QByteArray& input,
                         const std::function<void(const char*, qsizetype)>& output,
                         const std::function<void(const char*, qsizetype)>& errors) {
   qsizetype written = 0;
+  qsizetype received = 0;
   if (input.isEmpty())
     closeFd(input_);
-  std::array<char, kReadSize> buffer;
+  std::vector<char> buffer(kReadSize);
   while (output_ >= 0 || errors_ >= 0) {
     std::array<pollfd, 3> watched{
         {{output_, POLLIN, 0}, {errors_, POLLIN, 0}, {input_, POLLOUT, 0}}};
@@ -142,10 +147,17 @@ void ChildProcess::pump(const QByteArray& input,
       if (!watched[index].revents)
         continue;
       const ssize_t count = ::read(*fd, buffer.data(), buffer.size());
-      if (count > 0)
+      if (count > 0) {
         (*callback)(buffer.data(), count);
-      else if (count == 0 || errno != EINTR)
+        // A tool writes a few kilobytes at a time; once it turns out to
+        // print a lot, letting them gather in the pipe saves a wake-up per
+        // write. Short runs are not held up.
+        received += count;
+        if (received > kLongOutput && static_cast<size_t>(count) < buffer.size() / 4)
+          ::usleep(kGatherMicroseconds);
+      } else if (count == 0 || errno != EINTR) {
         closeFd(*fd);
+      }
     }
   }
   closeFd(input_);
