@@ -44,7 +44,7 @@ void ArchiveOpener::open(const QString& path) {
   }
   archive_.archivePass = OpenedArchive::kNoPassword;
   if (PreferencesStore::isYes(PreferencesStore::kAutoremoveMacosxFolder))
-    deleteFileFromArchiveWithName(macosxFolder());
+    removeMacosxFolder();
   fillListBoxWithArchiveContent();
   window_.stopSpinner();
 }
@@ -169,6 +169,19 @@ ArchiveEntries ArchiveOpener::listWhileToolPrints(ToolRun run, SltType type) {
 void ArchiveOpener::deleteFileFromArchiveWithName(const QString& name) {
   runTool(ArchiveCommands::deleteEntry({archive_.archivetype, archive_.filepath}, name,
                                        archive_.archivePass));
+}
+
+// The clean-up the preference asks for on every opening: a program that
+// cannot change this type (RARLAB's rar, say) is worth a status line, not an
+// alert each time.
+void ArchiveOpener::removeMacosxFolder() {
+  const ToolRun run = ArchiveCommands::deleteEntry({archive_.archivetype, archive_.filepath},
+                                                   macosxFolder(), archive_.archivePass);
+  const ToolResult result = runner_.run(run);
+  if (std::optional<ToolProblem> problem = ToolProblem::of(run, result)) {
+    problem->kind = ToolProblem::Kind::Failed;
+    window_.reportProblem(*problem);
+  }
 }
 
 std::optional<ToolResult> ArchiveOpener::runTool(const ToolRun& run, bool reportFailure) {

@@ -31,6 +31,7 @@ class ArchiveOpener {
   enum class Probe { Clear, Protected, ProgramMissing };
 
   void record(const QString& path);
+  void removeMacosxFolder();
   Probe probePassword();
   // Runs a tool and reports what went wrong; std::nullopt when the program
   // could not run at all.

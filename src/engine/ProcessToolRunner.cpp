@@ -6,10 +6,13 @@
 #include <QEventLoop>
 #include <QMutexLocker>
 
+#include <chrono>
 #include <csignal>
 #include <thread>
 
 namespace {
+
+constexpr std::chrono::seconds kGraceBeforeKill{3};
 
 // Output read by the helper thread, waiting for the thread that runs the
 // tool. Only one hand-over is queued at a time, however much arrives.
@@ -59,10 +62,7 @@ ToolResult ProcessToolRunner::run(const ToolRun& run) {
     result.exitCode = -1;
     return result;
   }
-  {
-    QMutexLocker lock(&mutex_);
-    current_ = child.pid();
-  }
+  setRunning(child.pid());
 
   QEventLoop loop;
   QObject receiver;
@@ -82,10 +82,7 @@ ToolResult ProcessToolRunner::run(const ToolRun& run) {
     child.pump(
         run.input, [&](const char* data, qsizetype size) { output.add(data, size, deliver); },
         [&](const char* data, qsizetype size) { errors.append(data, size); });
-    {
-      QMutexLocker lock(&mutex_);
-      current_ = -1;
-    }
+    setRunning(-1);
     exit = child.wait();
     QMetaObject::invokeMethod(
         &receiver, [&loop] { loop.quit(); }, Qt::QueuedConnection);
@@ -100,8 +97,21 @@ ToolResult ProcessToolRunner::run(const ToolRun& run) {
   return result;
 }
 
+void ProcessToolRunner::setRunning(pid_t pid) {
+  QMutexLocker lock(&running_->mutex);
+  running_->pid = pid;
+}
+
 void ProcessToolRunner::cancel() {
-  QMutexLocker lock(&mutex_);
-  if (current_ > 0)
-    ::kill(current_, SIGKILL);
+  QMutexLocker lock(&running_->mutex);
+  const pid_t pid = running_->pid;
+  if (pid <= 0)
+    return;
+  ::kill(pid, SIGTERM);
+  std::thread([running = running_, pid] {
+    std::this_thread::sleep_for(kGraceBeforeKill);
+    QMutexLocker stillRunning(&running->mutex);
+    if (running->pid == pid)
+      ::kill(pid, SIGKILL);
+  }).detach();
 }

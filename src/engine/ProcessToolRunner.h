@@ -5,6 +5,7 @@
 #include <QMutex>
 
 #include <sys/types.h>
+#include <memory>
 
 // Runs tools as child processes. A helper thread reads the child's output
 // with plain blocking reads and hands it over in as few pieces as the
@@ -15,9 +16,17 @@ class ProcessToolRunner : public ToolRunner {
  public:
   ProcessToolRunner();
   ToolResult run(const ToolRun& run) override;
+  // Asks the running tool to stop (so 7-Zip can remove its temporary
+  // files) and ends it for good if it is still there a moment later.
   void cancel() override;
 
  private:
-  QMutex mutex_;
-  pid_t current_ = -1;
+  struct Running {
+    QMutex mutex;
+    pid_t pid = -1;
+  };
+  void setRunning(pid_t pid);
+
+  // Shared with the thread that may end the tool after a cancel.
+  std::shared_ptr<Running> running_ = std::make_shared<Running>();
 };

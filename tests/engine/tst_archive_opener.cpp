@@ -236,6 +236,23 @@ class ArchiveOpenerTest : public QObject {
     }));
   }
 
+  void aMissingProgramForTheCleanUpIsOnlyAStatusLine() {
+    PreferencesStore::setText(PreferencesStore::kAutoremoveMacosxFolder, "YES");
+    FakeToolRunner runner;
+    ToolResult missing;
+    missing.exitCode = 127;
+    missing.errors = "r: RARLAB's rar is not installed\n";
+    runner.answer(
+        "r", [](const QStringList& arguments) { return arguments.value(0) == "d"; }, missing);
+    RecordingWindow window;
+    NoEntryIcons icons;
+    ArchiveOpener opener(runner, icons, window);
+    opener.open(archiveNamed("m.rar"));
+    QCOMPARE(window.problems.size(), 1);
+    QCOMPARE(window.problems[0].kind, ToolProblem::Kind::Failed);
+    QCOMPARE(window.listings, 1);
+  }
+
   void aMissingProgramIsNamedOnceAndStopsTheOpening() {
     FakeToolRunner runner;
     ToolResult missing;
