@@ -17,6 +17,16 @@ class Dialogs {
     bool chooseFolders = false;
     bool multipleSelection = false;
     bool canCreateFolders = false;
+
+    // One folder, which may be made in the panel.
+    static OpenPanel folder(const QString& title) {
+      OpenPanel panel;
+      panel.title = title;
+      panel.chooseFiles = false;
+      panel.chooseFolders = true;
+      panel.canCreateFolders = true;
+      return panel;
+    }
   };
   struct SavePanel {
     QString title;

@@ -223,12 +223,11 @@ QString ArchiveCreation::chooseArchivesFolder() {
   QString chosen;
   onGuiThread(
       [this, &chosen] {
-        Dialogs::OpenPanel panel;
-        panel.title = QStringLiteral("Select directory to create archives in");
-        panel.chooseFiles = false;
-        panel.chooseFolders = true;
-        panel.canCreateFolders = true;
-        chosen = dialogs_.chooseToOpen(widgets_.mainWindow, panel).value(0);
+        chosen = dialogs_
+                     .chooseToOpen(widgets_.mainWindow,
+                                   Dialogs::OpenPanel::folder(
+                                       QStringLiteral("Select directory to create archives in")))
+                     .value(0);
       },
       true);
   return chosen;

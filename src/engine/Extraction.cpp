@@ -54,12 +54,9 @@ void Extraction::btnExtractAction() {
   if (!context_.opener.archive().isOpen())
     return;
   context_.ui.tabContainer->setCurrentIndex(0);
-  Dialogs::OpenPanel panel;
-  panel.title = QStringLiteral("Select destination for extraction");
-  panel.chooseFiles = false;
-  panel.chooseFolders = true;
-  panel.canCreateFolders = true;
-  const QStringList chosen = context_.dialogs.chooseToOpen(context_.ui.mainWindow, panel);
+  const QStringList chosen = context_.dialogs.chooseToOpen(
+      context_.ui.mainWindow,
+      Dialogs::OpenPanel::folder(QStringLiteral("Select destination for extraction")));
   openDialogForExtraction(chosen, chosen.isEmpty() ? 0 : kPanelOk);
 }
 
@@ -111,12 +108,12 @@ void Extraction::btnExtractSelected() {
     return;
   context_.ui.dropZone->hide();
   context_.ui.tabContainer->setCurrentIndex(0);
-  Dialogs::OpenPanel panel;
-  panel.title = QStringLiteral("Select directory to extract to");
-  panel.chooseFiles = false;
-  panel.chooseFolders = true;
-  panel.canCreateFolders = true;
-  const QString destination = context_.dialogs.chooseToOpen(context_.ui.mainWindow, panel).value(0);
+  const QString destination =
+      context_.dialogs
+          .chooseToOpen(
+              context_.ui.mainWindow,
+              Dialogs::OpenPanel::folder(QStringLiteral("Select directory to extract to")))
+          .value(0);
   if (destination.isEmpty())
     return;
 

@@ -18,19 +18,8 @@
 
 namespace {
 
-using Tree = QMap<QString, QByteArray>;
-
-Tree treeUnder(const QString& root) {
-  Tree tree;
-  QDirIterator files(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-  while (files.hasNext()) {
-    const QString path = files.next();
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    tree.insert(QDir(root).relativeFilePath(path), file.readAll());
-  }
-  return tree;
-}
+using TestArchives::Tree;
+using TestArchives::treeUnder;
 
 Tree withoutDsStore(Tree tree) {
   for (const QString& key : tree.keys()) {

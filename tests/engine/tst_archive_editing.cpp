@@ -1,5 +1,3 @@
-#include "FakeDesktop.h"
-#include "FakeDialogs.h"
 #include "FakeToolRunner.h"
 #include "app/PreferencesStore.h"
 #include "create/JobSettings.h"
@@ -7,6 +5,7 @@
 #include "engine/Engine.h"
 #include "engine/EntriesModel.h"
 #include "engine/ProcessToolRunner.h"
+#include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 
 #include <QApplication>
@@ -19,25 +18,9 @@
 namespace {
 
 template <typename Runner>
-struct Fixture {
-  Runner runner;
-  FakeDialogs dialogs;
-  FakeDesktop desktop;
-  Engine engine{runner, runner, dialogs, desktop};
-
-  ArchiveEditing& editing() { return *engine.editing(); }
-  void select(const QStringList& names) {
-    QTableView* table = engine.ui().openedArchiveTableView;
-    table->clearSelection();
-    const ArchiveEntries& entries = engine.ui().oppenedArchiveArrayController->entries();
-    for (const QString& name : names) {
-      for (int row = 0; row < entries.size(); ++row) {
-        if (entries[row].name == name)
-          table->selectionModel()->select(table->model()->index(row, 0),
-                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
-      }
-    }
-  }
+struct Fixture : EngineFixture<Runner> {
+  ArchiveEditing& editing() { return *this->engine.editing(); }
+  void select(const QStringList& names) { this->selectRowsNamed(names); }
 };
 
 QStringList namesIn(const QString& archive) {

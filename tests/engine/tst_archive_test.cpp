@@ -1,5 +1,3 @@
-#include "FakeDesktop.h"
-#include "FakeDialogs.h"
 #include "FakeToolRunner.h"
 #include "app/PreferencesStore.h"
 #include "engine/ArchiveTest.h"
@@ -7,6 +5,7 @@
 #include "engine/PasswordPanel.h"
 #include "engine/ProcessToolRunner.h"
 #include "engine/TestReport.h"
+#include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 
 #include <QApplication>
@@ -20,16 +19,11 @@
 namespace {
 
 template <typename Runner>
-struct Fixture {
-  Runner runner;
-  FakeDialogs dialogs;
-  FakeDesktop desktop;
-  Engine engine{runner, runner, dialogs, desktop};
-
+struct Fixture : EngineFixture<Runner> {
   QString verdict() const {
-    return dialogs.alerts.isEmpty() ? QString() : dialogs.alerts.last().title;
+    return this->dialogs.alerts.isEmpty() ? QString() : this->dialogs.alerts.last().title;
   }
-  QString report() const { return engine.ui().fileContentView->toPlainText(); }
+  QString report() const { return this->engine.ui().fileContentView->toPlainText(); }
 };
 
 void damage(const QString& path) {

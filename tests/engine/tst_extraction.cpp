@@ -1,5 +1,3 @@
-#include "FakeDesktop.h"
-#include "FakeDialogs.h"
 #include "app/PreferencesStore.h"
 #include "engine/Engine.h"
 #include "engine/EntriesModel.h"
@@ -7,6 +5,7 @@
 #include "engine/ExtractionDialog.h"
 #include "engine/PasswordPanel.h"
 #include "engine/ProcessToolRunner.h"
+#include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 
 #include <QApplication>
@@ -25,57 +24,13 @@
 
 namespace {
 
-using Tree = QMap<QString, QByteArray>;
+using TestArchives::contentOf;
+using TestArchives::Tree;
+using TestArchives::treeUnder;
+using TestArchives::writeFile;
 
-Tree treeUnder(const QString& root) {
-  Tree tree;
-  QDirIterator files(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-  while (files.hasNext()) {
-    const QString path = files.next();
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    tree.insert(QDir(root).relativeFilePath(path), file.readAll());
-  }
-  return tree;
-}
-
-void writeFile(const QString& path, const QByteArray& content) {
-  QDir().mkpath(QFileInfo(path).absolutePath());
-  QFile file(path);
-  file.open(QIODevice::WriteOnly);
-  file.write(content);
-}
-
-QByteArray contentOf(const QString& path) {
-  QFile file(path);
-  file.open(QIODevice::ReadOnly);
-  return file.readAll();
-}
-
-struct Fixture {
-  ProcessToolRunner runner;
-  FakeDialogs dialogs;
-  FakeDesktop desktop;
-  Engine engine{runner, runner, dialogs, desktop};
-
+struct Fixture : EngineFixture<ProcessToolRunner> {
   Extraction& extraction() { return *engine.extraction(); }
-  void open(const QString& archive, const QString& password = QString()) {
-    engine.openDialog({archive}, 1);
-    if (!password.isNull()) {
-      engine.enterPasswordDlg()->passwordTextField()->setText(password);
-      engine.btnPasswordProtectedDlgOK();
-    }
-  }
-  void selectRowsNamed(const QStringList& names) {
-    QTableView* table = engine.ui().openedArchiveTableView;
-    table->clearSelection();
-    const ArchiveEntries& entries = engine.ui().oppenedArchiveArrayController->entries();
-    for (int row = 0; row < entries.size(); ++row) {
-      if (names.contains(entries[row].name))
-        table->selectionModel()->select(table->model()->index(row, 0),
-                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    }
-  }
 };
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include "FakeDesktop.h"
-#include "FakeDialogs.h"
 #include "app/DropZone.h"
 #include "app/PreferencesStore.h"
 #include "app/QtDesktop.h"
@@ -7,6 +5,7 @@
 #include "engine/EntriesModel.h"
 #include "engine/PasswordPanel.h"
 #include "engine/ProcessToolRunner.h"
+#include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 
 #include <QAction>
@@ -25,18 +24,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace {
-
-// A main window on the real tools, with scripted panels and a recording
-// desktop.
-struct Fixture {
-  ProcessToolRunner runner;
-  FakeDialogs dialogs;
-  FakeDesktop desktop;
-  Engine engine{runner, runner, dialogs, desktop};
-};
-
-}  // namespace
+using Fixture = EngineFixture<ProcessToolRunner>;
 
 class MainWindowTest : public QObject {
   Q_OBJECT

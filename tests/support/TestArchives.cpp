@@ -1,6 +1,7 @@
 #include "support/TestArchives.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -66,6 +67,30 @@ QString crcOfFile(const QString& path) {
   const uLong crc = crc32(crc32(0L, Z_NULL, 0), reinterpret_cast<const Bytef*>(data.constData()),
                           static_cast<uInt>(data.size()));
   return QString::asprintf("%08lX", crc);
+}
+
+Tree treeUnder(const QString& root) {
+  Tree tree;
+  QDirIterator files(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    const QString path = files.next();
+    tree.insert(QDir(root).relativeFilePath(path), contentOf(path));
+  }
+  return tree;
+}
+
+void writeFile(const QString& path, const QByteArray& content) {
+  QDir().mkpath(QFileInfo(path).absolutePath());
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly))
+    qFatal("cannot write %s", qPrintable(path));
+  file.write(content);
+}
+
+QByteArray contentOf(const QString& path) {
+  QFile file(path);
+  file.open(QIODevice::ReadOnly);
+  return file.readAll();
 }
 
 }  // namespace TestArchives

@@ -4,6 +4,7 @@
 #include "engine/listing/EntryIcons.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -24,6 +25,14 @@ QByteArray runIn(const QString& folder, const QString& program, const QStringLis
 
 // The zlib CRC-32 of a file, as 7-Zip prints it.
 QString crcOfFile(const QString& path);
+
+// Every file under root (hidden ones too) by its relative path, with its
+// bytes, so that extracted trees compare byte for byte.
+using Tree = QMap<QString, QByteArray>;
+Tree treeUnder(const QString& root);
+
+void writeFile(const QString& path, const QByteArray& content);
+QByteArray contentOf(const QString& path);
 
 }  // namespace TestArchives
 
