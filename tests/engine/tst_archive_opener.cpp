@@ -35,6 +35,18 @@ class RecordingWindow : public OpeningWindow {
   QList<ToolProblem> problems;
 };
 
+// An opener on a fake runner, showing into a recording window.
+struct OpenerFixture {
+  FakeToolRunner runner;
+  RecordingWindow window;
+  NoEntryIcons icons;
+  ArchiveOpener opener{runner, icons, window};
+
+  std::tuple<FakeToolRunner&, RecordingWindow&, ArchiveOpener&> parts() {
+    return {runner, window, opener};
+  }
+};
+
 const QByteArray kEncrypted7zProbe = "----------\nPath = a\nEncrypted = +\n";
 const QByteArray kHeaderEncryptedProbe =
     "\n7-Zip [64] 26.02 : x\n\nListing archive: he.7z\n\n\nEnter password (will not be echoed):\n";
@@ -59,10 +71,8 @@ class ArchiveOpenerTest : public QObject {
   void init() { PreferencesStore::setText(PreferencesStore::kAutoremoveMacosxFolder, "NO"); }
 
   void recordsTheArchiveAndMovesIntoItsFolder() {
-    FakeToolRunner runner;
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     const QString path = archiveNamed("pack.tar");
     opener.open(path);
     QCOMPARE(opener.archive().filename, QString("pack.tar"));
@@ -101,10 +111,8 @@ class ArchiveOpenerTest : public QObject {
     QFETCH(QString, name);
     QFETCH(QStringList, tools);
     QFETCH(QList<QStringList>, arguments);
-    FakeToolRunner runner;
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     window.shownRows = {ArchiveEntry{"old row"}};
     const QString path = archiveNamed(name);
     opener.open(path);
@@ -142,11 +150,9 @@ class ArchiveOpenerTest : public QObject {
     QFETCH(QString, probeTool);
     QFETCH(QByteArray, probeOutput);
     QFETCH(QStringList, listing);
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     runner.answer(probeTool, "l", probeOutput);
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     window.shownRows = {ArchiveEntry{"old row"}};
     const QString path = archiveNamed(name);
     opener.open(path);
@@ -164,11 +170,9 @@ class ArchiveOpenerTest : public QObject {
   }
 
   void closingThePanelKeepsTheOldRows() {
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     runner.answer("7za", "l", kEncrypted7zProbe);
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     window.shownRows = {ArchiveEntry{"old row"}};
     opener.open(archiveNamed("s.7z"));
     opener.passwordPanelClosed();
@@ -179,22 +183,18 @@ class ArchiveOpenerTest : public QObject {
   }
 
   void anEmptyPasswordGivesABareSwitch() {
-    FakeToolRunner runner;
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     opener.open(archiveNamed("s.zip"));
     opener.passwordEntered("");
     QCOMPARE(runner.runs.last().arguments.value(1), QString("-p"));
   }
 
   void aVisiblePanelLetsTheOpeningGoOn() {
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     runner.answer("7za", "l", kEncrypted7zProbe);
-    RecordingWindow window;
     window.panelVisible = true;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     opener.open(archiveNamed("s.7z"));
     QCOMPARE(window.panelsShown, 0);
     QCOMPARE(window.listings, 1);
@@ -219,10 +219,8 @@ class ArchiveOpenerTest : public QObject {
     QFETCH(QString, tool);
     QFETCH(QStringList, deletion);
     PreferencesStore::setText(PreferencesStore::kAutoremoveMacosxFolder, "YES");
-    FakeToolRunner runner;
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     const QString path = archiveNamed(name);
     opener.open(path);
     deletion.replaceInStrings("%P", path);
@@ -238,15 +236,13 @@ class ArchiveOpenerTest : public QObject {
 
   void aMissingProgramForTheCleanUpIsOnlyAStatusLine() {
     PreferencesStore::setText(PreferencesStore::kAutoremoveMacosxFolder, "YES");
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     ToolResult missing;
     missing.exitCode = 127;
     missing.errors = "r: RARLAB's rar is not installed\n";
     runner.answer(
         "r", [](const QStringList& arguments) { return arguments.value(0) == "d"; }, missing);
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     opener.open(archiveNamed("m.rar"));
     QCOMPARE(window.problems.size(), 1);
     QCOMPARE(window.problems[0].kind, ToolProblem::Kind::Failed);
@@ -254,15 +250,13 @@ class ArchiveOpenerTest : public QObject {
   }
 
   void aMissingProgramIsNamedOnceAndStopsTheOpening() {
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     ToolResult missing;
     missing.exitCode = 127;
     missing.errors = "7za: the program 7z is missing; install the Debian package p7zip-full.\n";
     runner.answer(
         "7za", [](const QStringList&) { return true; }, missing);
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     opener.open(archiveNamed("a.zip"));
     QCOMPARE(runner.runs.size(), 1);
     QCOMPARE(window.problems.size(), 1);
@@ -272,14 +266,12 @@ class ArchiveOpenerTest : public QObject {
   }
 
   void aProgramThatCannotStartIsMissingToo() {
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     ToolResult unstarted;
     unstarted.started = false;
     runner.answer(
         "arj", [](const QStringList&) { return true; }, unstarted);
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     opener.open(archiveNamed("a.arj"));
     QCOMPARE(window.problems.size(), 1);
     QCOMPARE(window.problems[0].kind, ToolProblem::Kind::MissingProgram);
@@ -289,12 +281,10 @@ class ArchiveOpenerTest : public QObject {
   }
 
   void namesThatAreNotUtf8ListNothingAndSaySo() {
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     runner.answer("arj", "l",
                   TestArchives::fixture("tool-output/unrar-3.90-l-plain.txt") + "\xff\xfe\n");
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     opener.open(archiveNamed("a.arj"));
     QVERIFY(window.shownRows.isEmpty());
     QCOMPARE(window.problems.size(), 1);
@@ -303,15 +293,13 @@ class ArchiveOpenerTest : public QObject {
   }
 
   void aFailedListingSaysWhatFailed() {
-    FakeToolRunner runner;
+    OpenerFixture fx;
+    auto [runner, window, opener] = fx.parts();
     ToolResult failed;
     failed.exitCode = 2;
     failed.errors = "\nERROR: a.7z : Cannot open the file as archive\n\n";
     runner.answer(
         "7za", [](const QStringList& arguments) { return arguments.contains("-p{}"); }, failed);
-    RecordingWindow window;
-    NoEntryIcons icons;
-    ArchiveOpener opener(runner, icons, window);
     opener.open(archiveNamed("a.7z"));
     QCOMPARE(window.problems.size(), 1);
     QCOMPARE(window.problems[0].kind, ToolProblem::Kind::Failed);
