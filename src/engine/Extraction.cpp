@@ -182,16 +182,21 @@ void Extraction::finish(const QString& folderToShow, bool show, bool sound) {
 bool Extraction::passwordWillNotDestroyFiles(const QString& passwordSwitch) {
   const OpenedArchive& archive = context_.opener.archive();
   const QString& type = archive.archivetype;
-  PasswordCheck::Verdict verdict = PasswordCheck::Verdict::NotEncrypted;
+  PasswordCheck::Result check{PasswordCheck::Verdict::NotEncrypted, {}};
   if (type == ArchiveType::Zip || type == ArchiveType::SevenZip)
-    verdict = PasswordCheck::forSevenZip(context_.runner, archive.filepath, passwordSwitch);
+    check = PasswordCheck::forSevenZip(context_.runner, archive.filepath, passwordSwitch);
   else if (type == ArchiveType::Rar)
-    verdict = PasswordCheck::forRar(context_.runner, archive.filepath, passwordSwitch);
-  if (verdict != PasswordCheck::Verdict::Wrong)
+    check = PasswordCheck::forRar(context_.runner, archive.filepath, passwordSwitch);
+  if (check.verdict != PasswordCheck::Verdict::Wrong)
     return true;
-  context_.dialogs.alert(tr("Wrong password"),
-                         tr("The password does not open this archive. Nothing was extracted, so no "
-                            "existing file was replaced."),
-                         QStringLiteral("OK"));
+  const QString nothingReplaced = tr("Nothing was extracted, so no existing file was replaced.");
+  if (check.reason.isEmpty()) {
+    context_.dialogs.alert(tr("Wrong password"),
+                           tr("The password does not open this archive.") + u' ' + nothingReplaced,
+                           QStringLiteral("OK"));
+  } else {
+    context_.dialogs.alert(tr("Nothing extracted"), check.reason + u'\n' + nothingReplaced,
+                           QStringLiteral("OK"));
+  }
   return false;
 }

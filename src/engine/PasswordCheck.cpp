@@ -45,27 +45,31 @@ QString everythingSaid(const ToolResult& result) {
 
 }  // namespace
 
-Verdict forSevenZip(ToolRunner& runner, const QString& archive, const QString& passwordSwitch) {
+Result forSevenZip(ToolRunner& runner, const QString& archive, const QString& passwordSwitch) {
   const QString listing = everythingSaid(runner.run(
       {ToolLocations::sevenZip(), withPassword({"l", "-slt", archive}, passwordSwitch, 1)}));
   if (listing.contains(u"Enter password") || listing.contains(u"Wrong password"))
-    return Verdict::Wrong;
+    return {Verdict::Wrong, {}};
   const QString entry = smallestEncryptedEntry(listing);
   if (entry.isEmpty())
-    return listing.contains(u"Cannot open encrypted archive") ? Verdict::Wrong
-                                                              : Verdict::NotEncrypted;
+    return {
+        listing.contains(u"Cannot open encrypted archive") ? Verdict::Wrong : Verdict::NotEncrypted,
+        {}};
   const QString report = everythingSaid(runner.run(
       {ToolLocations::sevenZip(), withPassword({"t", archive, "--", entry}, passwordSwitch, 1)}));
-  return TestReport::passed(report, false) ? Verdict::Opens : Verdict::Wrong;
+  return {TestReport::passed(report, false) ? Verdict::Opens : Verdict::Wrong, {}};
 }
 
-Verdict forRar(ToolRunner& runner, const QString& archive, const QString& passwordSwitch) {
+Result forRar(ToolRunner& runner, const QString& archive, const QString& passwordSwitch) {
   const QString listing = runner.run({ToolLocations::unrar(), {"l", archive}}).text();
   if (!listing.contains(u'*'))
-    return Verdict::NotEncrypted;
-  const QString report =
-      runner.run({ToolLocations::unrar(), withPassword({"t", archive}, passwordSwitch, 1)}).text();
-  return TestReport::passed(report, true) ? Verdict::Opens : Verdict::Wrong;
+    return {Verdict::NotEncrypted, {}};
+  const ToolResult test =
+      runner.run({ToolLocations::unrar(), withPassword({"t", archive}, passwordSwitch, 1)});
+  if (TestReport::passed(test.text(), true))
+    return {Verdict::Opens, {}};
+  const QString said = test.lastErrorLine();
+  return {Verdict::Wrong, said.contains(u"password", Qt::CaseInsensitive) ? QString() : said};
 }
 
 }  // namespace PasswordCheck

@@ -11,9 +11,16 @@ namespace PasswordCheck {
 
 enum class Verdict { NotEncrypted, Opens, Wrong };
 
+struct Result {
+  Verdict verdict;
+  // Why the tool could not read the entries, when it said more than that
+  // the password is wrong (a free RAR tool that cannot decrypt, say).
+  QString reason;
+};
+
 // passwordSwitch is the "-p..." argument the extraction will use, or empty.
 // The smallest encrypted entry is tested with it, which is quick.
-Verdict forSevenZip(ToolRunner& runner, const QString& archive, const QString& passwordSwitch);
-Verdict forRar(ToolRunner& runner, const QString& archive, const QString& passwordSwitch);
+Result forSevenZip(ToolRunner& runner, const QString& archive, const QString& passwordSwitch);
+Result forRar(ToolRunner& runner, const QString& archive, const QString& passwordSwitch);
 
 }  // namespace PasswordCheck

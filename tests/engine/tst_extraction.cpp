@@ -185,6 +185,45 @@ class ExtractionTest : public QObject {
     QCOMPARE(contentOf(destination.filePath("tree/a.txt")), QByteArray("hello\n"));
   }
 
+  // RAR archives through the free tools, when RARLAB's unrar is missing.
+  void rarArchivesExtractWithTheFreeTools_data() {
+    QTest::addColumn<QString>("fixture");
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<QString>("alert");
+    QTest::addColumn<QString>("arrives");
+    QTest::newRow("rar5, right password") << "rar5/encrypted-data.rar"
+                                          << "password" << QString() << "stest1.txt";
+    QTest::newRow("rar5, wrong password") << "rar5/encrypted-data.rar"
+                                          << "nope"
+                                          << "Wrong password" << QString();
+    QTest::newRow("rar4 encryption") << "rar4/encrypted-data.rar"
+                                     << "12345678"
+                                     << "Nothing extracted" << QString();
+    QTest::newRow("rar4 plain") << "rar4/folders.rar" << QString() << QString()
+                                << "sub/dir1/file1.txt";
+  }
+  void rarArchivesExtractWithTheFreeTools() {
+    QFETCH(QString, fixture);
+    QFETCH(QString, password);
+    QFETCH(QString, alert);
+    QFETCH(QString, arrives);
+    QTemporaryDir folder;
+    const QString path = folder.filePath("archive.rar");
+    QVERIFY(QFile::copy(TestArchives::fixturePath("rar/" + fixture), path));
+    QTemporaryDir destination;
+    writeFile(destination.filePath("stest1.txt"), "precious\n");
+    PreferencesStore::setYes("overwriteOnExtraction", true);
+    Fixture fx;
+    fx.open(path, password.isEmpty() ? QString() : password);
+    QVERIFY(fx.engine.ui().oppenedArchiveArrayController->rowCount() > 0);
+    fx.extraction().openDialogForExtraction({destination.path()}, 1);
+    QCOMPARE(fx.dialogs.alerts.isEmpty() ? QString() : fx.dialogs.alerts.last().title, alert);
+    if (arrives.isEmpty())
+      QCOMPARE(treeUnder(destination.path()), (Tree{{"stest1.txt", "precious\n"}}));
+    else
+      QVERIFY(QFile::exists(destination.filePath(arrives)));
+  }
+
   void theSurroundingFolderIsNamedAfterTheArchive() {
     const QString path = make("photos.tar.zip", "7z", {"a", "-bd", "%A", "tree/a.txt"});
     QTemporaryDir destination;
