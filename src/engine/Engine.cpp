@@ -81,6 +81,7 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
 }
 
 Engine::~Engine() {
+  // A running job is stopped while the windows it reports to still exist.
   delete creation_;
   delete ui_.mainWindow;
 }
