@@ -121,8 +121,6 @@ void CompressionJob::runProtected(const QString& passwordSwitch) {
     rarRows(passwordSwitch, true);
     rarNoteStep();
   } else {
-    settings_.splitVolumesSize =
-        QStringLiteral("-v") + request_.splitSizeText + settings_.splitVolumesSizeType;
     sevenZipRows({QStringLiteral("a"), passwordSwitch, settings_.compressionMethod});
     sfxStep();
     splitStep();
@@ -142,20 +140,22 @@ void CompressionJob::runUnprotected() {
   } else if (method == JobSettings::kGzip || method == JobSettings::kBzip2) {
     gzipOrBzip2();
   } else if (method == JobSettings::kArj) {
-    toolRows(QStringLiteral(".arj"), [this](const QString& item) {
-      return QStringList{ToolLocations::arj(),     "a", "-y", settings_.arjCompressionLevel, "-r",
-                         asArgument(archiveName_), item};
+    eachRow([this](const QString& item) {
+      if (request_.everyItem)
+        archiveName_ = itemName(item, QStringLiteral(".arj"));
+      runTool(ToolLocations::arj(),
+              {"a", "-y", settings_.arjCompressionLevel, "-r", asArgument(archiveName_), item});
     });
   } else if (method == JobSettings::kLha) {
     if (lhaCanStoreEveryName()) {
-      toolRows(QStringLiteral(".lha"), [this](const QString& item) {
-        return QStringList{ToolLocations::lha(), "a", settings_.lhaCompressionLevel,
-                           asArgument(archiveName_), item};
+      eachRow([this](const QString& item) {
+        if (request_.everyItem)
+          archiveName_ = itemName(item, QStringLiteral(".lha"));
+        runTool(ToolLocations::lha(),
+                {"a", settings_.lhaCompressionLevel, asArgument(archiveName_), item});
       });
     }
   } else {
-    settings_.splitVolumesSize =
-        QStringLiteral("-v") + request_.splitSizeText + settings_.splitVolumesSizeType;
     sevenZipRows({QStringLiteral("a"), method});
     sfxStep();
     splitStep();
@@ -163,25 +163,29 @@ void CompressionJob::runUnprotected() {
   endStep();
 }
 
-void CompressionJob::startRows() {
+// One tool run per row, the row selected and the progress advanced after
+// it; the loop ends when the job is cancelled or a program is missing.
+void CompressionJob::eachRow(const std::function<void(const QString& item)>& runItem) {
   ui_.setProgressRange(static_cast<int>(request_.items.size()), 0);
-}
-
-// Advances the progress; false when the job was cancelled.
-bool CompressionJob::rowDone(int row) {
-  ui_.setProgressValue(row + 1);
-  return !cancelled_() && !programMissing_;
+  for (int row = 0; row < request_.items.size(); ++row) {
+    ui_.selectRow(row);
+    runItem(request_.items[row]);
+    ui_.setProgressValue(row + 1);
+    if (cancelled_() || programMissing_)
+      break;
+  }
 }
 
 QString CompressionJob::itemName(const QString& fullPath, const QString& extension) const {
   return PathText::deletingPathExtension(PathText::lastPathComponent(fullPath)) + extension;
 }
 
+QStringList CompressionJob::excluding(const QString& pattern) const {
+  return request_.excludeDsStore ? QStringList{pattern} : QStringList{};
+}
+
 void CompressionJob::rarRows(const QString& passwordSwitch, bool perItemFolders) {
-  startRows();
-  for (int row = 0; row < request_.items.size(); ++row) {
-    const QString& item = request_.items[row];
-    ui_.selectRow(row);
+  eachRow([&](const QString& item) {
     // Protected rar archives go beside each item, in the item's own folder.
     if (perItemFolders)
       folder_ = PathText::deletingLastPathComponent(item);
@@ -190,67 +194,37 @@ void CompressionJob::rarRows(const QString& passwordSwitch, bool perItemFolders)
     QStringList arguments = {QStringLiteral("a")};
     if (!passwordSwitch.isEmpty())
       arguments << passwordSwitch;
-    arguments << asArgument(archiveName_) << item;
-    if (request_.excludeDsStore)
-      arguments << QStringLiteral("-x*DS_Store");
-    arguments << settings_.rarCompressionLevel << QStringLiteral("-ep1");
+    arguments << asArgument(archiveName_) << item << excluding(QStringLiteral("-x*DS_Store"))
+              << settings_.rarCompressionLevel << QStringLiteral("-ep1");
     runTool(ToolLocations::rarCompressor(), arguments);
-    if (!rowDone(row))
-      break;
-  }
+  });
 }
 
+// The volume switch is set with the fields' size for the split step.
 void CompressionJob::sevenZipRows(const QStringList& leading) {
-  startRows();
-  for (int row = 0; row < request_.items.size(); ++row) {
-    const QString& item = request_.items[row];
-    ui_.selectRow(row);
+  settings_.splitVolumesSize =
+      QStringLiteral("-v") + request_.splitSizeText + settings_.splitVolumesSizeType;
+  eachRow([&](const QString& item) {
     // 7za adds the type's own extension to a name that has none.
     if (request_.everyItem && !request_.passwordProtected)
       archiveName_ = itemName(item, QString());
-    QStringList arguments = leading;
-    if (request_.excludeDsStore)
-      arguments << QStringLiteral("-xr!.DS_Store");
-    arguments << asArgument(archiveName_) << item << settings_.zipCompressionLevel
-              << QStringLiteral("-ssc");
-    runTool(ToolLocations::sevenZip(), arguments);
-    if (!rowDone(row))
-      break;
-  }
-}
-
-void CompressionJob::toolRows(const QString& extension,
-                              const std::function<QStringList(const QString&)>& command) {
-  startRows();
-  for (int row = 0; row < request_.items.size(); ++row) {
-    const QString& item = request_.items[row];
-    ui_.selectRow(row);
-    if (request_.everyItem)
-      archiveName_ = itemName(item, extension);
-    QStringList arguments = command(item);
-    const QString program = arguments.takeFirst();
-    runTool(program, arguments);
-    if (!rowDone(row))
-      break;
-  }
+    runTool(ToolLocations::sevenZip(),
+            leading + excluding(QStringLiteral("-xr!.DS_Store")) +
+                QStringList{asArgument(archiveName_), item, settings_.zipCompressionLevel,
+                            QStringLiteral("-ssc")});
+  });
 }
 
 void CompressionJob::gzipOrBzip2() {
   QString tarName = archiveName_;
-  startRows();
-  for (int row = 0; row < request_.items.size(); ++row) {
-    const QString& item = request_.items[row];
-    ui_.selectRow(row);
+  eachRow([&](const QString& item) {
     if (request_.everyItem)
       tarName = itemName(item, QStringLiteral(".tar"));
-    QStringList arguments = {QStringLiteral("a"), QStringLiteral("-ttar")};
-    if (request_.excludeDsStore)
-      arguments << QStringLiteral("-xr!.DS_Store");
-    arguments << asArgument(tarName) << item << QStringLiteral("-ssc");
-    runTool(ToolLocations::sevenZip(), arguments);
-    if (!rowDone(row))
-      break;
-  }
+    runTool(ToolLocations::sevenZip(),
+            QStringList{QStringLiteral("a"), QStringLiteral("-ttar")} +
+                excluding(QStringLiteral("-xr!.DS_Store")) +
+                QStringList{asArgument(tarName), item, QStringLiteral("-ssc")});
+  });
   // Only the last tar is compressed; with one archive per item the others
   // stay plain tars.
   const QString& method = settings_.compressionMethod;

@@ -55,8 +55,6 @@ class CompressionJob {
   void rarRows(const QString& passwordSwitch, bool perItemFolders);
   void sevenZipRows(const QStringList& leading);
   void gzipOrBzip2();
-  void toolRows(const QString& extension,
-                const std::function<QStringList(const QString&)>& arguments);
   void rarSplitStep();
   void rarNoteStep();
   void sfxStep();
@@ -68,8 +66,9 @@ class CompressionJob {
   // is deleted on its word. A missing program ends the job's tool runs.
   bool runTool(const QString& program, const QStringList& arguments);
   QString inFolder(const QString& name) const;
-  void startRows();
-  bool rowDone(int row);
+  void eachRow(const std::function<void(const QString& item)>& runItem);
+  // The exclusion switch, when .DS_Store files are left out.
+  QStringList excluding(const QString& pattern) const;
   QString itemName(const QString& fullPath, const QString& extension) const;
 
   CompressionRequest request_;

@@ -147,11 +147,12 @@ QWidget* CreateArchiveWindow::buildLevel() {
   compressionLevelInfo_ = named(new QLabel, "compressionLevelInfo");
   connect(compressionLevelSliderControl_, &QSlider::valueChanged, this,
           &CreateArchiveWindow::compressionLevelSlider);
+  const CompressionLevel& preferred =
+      JobSettings::levelNamed(PreferencesStore::text(QStringLiteral("DefaultCompressionLevel")));
   for (int position = 0; position <= kLevelPositions; ++position) {
-    const QString stored = PreferencesStore::text(QStringLiteral("DefaultCompressionLevel"));
-    if (JobSettings::levelAt(position) == &JobSettings::levelNamed(stored)) {
+    if (JobSettings::levelAt(position) == &preferred) {
       compressionLevelSliderControl_->setValue(position);
-      compressionLevelInfo_->setText(JobSettings::levelAt(position)->info);
+      compressionLevelInfo_->setText(preferred.info);
     }
   }
 

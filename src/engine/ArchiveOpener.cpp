@@ -59,6 +59,7 @@ void ArchiveOpener::record(const QString& path) {
 }
 
 ArchiveOpener::Probe ArchiveOpener::probePassword() {
+  archive_.encrypted = false;
   const QString& type = archive_.archivetype;
   ToolRun run;
   QByteArrayView mark;
@@ -83,7 +84,8 @@ ArchiveOpener::Probe ArchiveOpener::probePassword() {
   if (!runTool(run, false))
     return Probe::ProgramMissing;
   search.finish();
-  return search.found() ? Probe::Protected : Probe::Clear;
+  archive_.encrypted = search.found();
+  return archive_.encrypted ? Probe::Protected : Probe::Clear;
 }
 
 void ArchiveOpener::passwordEntered(const QString& password) {

@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <memory>
 #include <vector>
 
 extern char** environ;
@@ -125,7 +126,7 @@ void ChildProcess::pump(const QByteArray& input,
   qsizetype received = 0;
   if (input.isEmpty())
     closeFd(input_);
-  std::vector<char> buffer(kReadSize);
+  const auto buffer = std::make_unique_for_overwrite<char[]>(kReadSize);
   while (output_ >= 0 || errors_ >= 0) {
     std::array<pollfd, 3> watched{
         {{output_, POLLIN, 0}, {errors_, POLLIN, 0}, {input_, POLLOUT, 0}}};
@@ -146,14 +147,14 @@ void ChildProcess::pump(const QByteArray& input,
          {std::tuple{0, &output_, &output}, std::tuple{1, &errors_, &errors}}) {
       if (!watched[index].revents)
         continue;
-      const ssize_t count = ::read(*fd, buffer.data(), buffer.size());
+      const ssize_t count = ::read(*fd, buffer.get(), kReadSize);
       if (count > 0) {
-        (*callback)(buffer.data(), count);
+        (*callback)(buffer.get(), count);
         // A tool writes a few kilobytes at a time; once it turns out to
         // print a lot, letting them gather in the pipe saves a wake-up per
         // write. Short runs are not held up.
         received += count;
-        if (received > kLongOutput && static_cast<size_t>(count) < buffer.size() / 4)
+        if (received > kLongOutput && static_cast<size_t>(count) < kReadSize / 4)
           ::usleep(kGatherMicroseconds);
       } else if (count == 0 || errno != EINTR) {
         closeFd(*fd);

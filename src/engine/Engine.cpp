@@ -73,7 +73,6 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
           });
   connect(enterPasswordDlg_, &PasswordPanel::okPressed, this, &Engine::btnPasswordProtectedDlgOK);
   connect(enterPasswordDlg_, &PasswordPanel::closePressed, this, &Engine::btnClosePasswordDlg);
-  connect(ui_.openRecentMenu, &QMenu::aboutToShow, this, &Engine::rebuildRecentMenu);
   rebuildRecentMenu();
 
   connect(&tabSwitchTimer_, &QTimer::timeout, this, &Engine::tabSwitchObserver);

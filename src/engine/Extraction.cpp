@@ -87,7 +87,6 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
   ToolRun run = ArchiveCommands::extractAll({type, archive.filepath}, destination, overwrite,
                                             archive.archivePass);
   run.acceptsUserInput = true;
-  QDir::setCurrent(PathText::deletingLastPathComponent(archive.filepath));
   context_.runReported(run);
   const bool reportsResult = type != ArchiveType::Arj && type != ArchiveType::Lha &&
                              type != ArchiveType::Tbz2 && type != ArchiveType::Bz2;
@@ -181,6 +180,9 @@ void Extraction::finish(const QString& folderToShow, bool show, bool sound) {
 
 bool Extraction::passwordWillNotDestroyFiles(const QString& passwordSwitch) {
   const OpenedArchive& archive = context_.opener.archive();
+  // Opening probed the archive already; only an encrypted one is asked.
+  if (!archive.encrypted)
+    return true;
   const QString& type = archive.archivetype;
   PasswordCheck::Result check{PasswordCheck::Verdict::NotEncrypted, {}};
   if (type == ArchiveType::Zip || type == ArchiveType::SevenZip)

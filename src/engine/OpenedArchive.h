@@ -13,6 +13,9 @@ struct OpenedArchive {
   QString crc32;
   // The password switch handed to 7za and the rar tools.
   QString archivePass = kNoPassword;
+  // Whether the password probe of opening found an encrypted entry or
+  // encrypted headers.
+  bool encrypted = false;
 
   bool isOpen() const { return !filepath.isEmpty(); }
 };

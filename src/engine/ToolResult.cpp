@@ -3,13 +3,7 @@
 #include <QList>
 
 QString ToolResult::text() const {
-  if (!outputIsUtf8())
-    return {};
-  return QString::fromUtf8(output);
-}
-
-bool ToolResult::outputIsUtf8() const {
-  return output.isValidUtf8();
+  return output.isValidUtf8() ? QString::fromUtf8(output) : QString();
 }
 
 QString ToolResult::lastErrorLine() const {

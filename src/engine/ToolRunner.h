@@ -35,7 +35,6 @@ struct ToolResult {
 
   // The output as text; output that is not valid UTF-8 yields no text.
   QString text() const;
-  bool outputIsUtf8() const;
   // The last non-empty line the tool wrote to standard error.
   QString lastErrorLine() const;
 };
