@@ -3,9 +3,19 @@
 #include "engine/ArchiveOpener.h"
 #include "engine/listing/EntryIcons.h"
 
+#include <QFileInfo>
+
 #include <cstdio>
 
-int HeadlessListing::run(const QString& archive, const QString& password) {
+int HeadlessListing::run(const QString& path, const QString& password) {
+  // Opening changes Quillet's folder, so a relative path is resolved first.
+  const QFileInfo file(path);
+  const QString archive = file.absoluteFilePath();
+  if (!file.isFile() || !file.isReadable()) {
+    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(path),
+                 file.exists() ? "cannot be read" : "no such file");
+    return Unreadable;
+  }
   NoEntryIcons icons;
   ArchiveOpener opener(runner_, icons, *this);
   opener.open(archive);

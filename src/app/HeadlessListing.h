@@ -10,7 +10,7 @@ class ToolRunner;
 // code and prints each row as tab-separated fields, for scripts.
 class HeadlessListing : public OpeningWindow {
  public:
-  enum ExitStatus { Listed = 0, PasswordNeeded = 3, ProgramMissing = 4 };
+  enum ExitStatus { Listed = 0, Unreadable = 2, PasswordNeeded = 3, ProgramMissing = 4 };
 
   explicit HeadlessListing(ToolRunner& runner) : runner_(runner) {}
   int run(const QString& archive, const QString& password);

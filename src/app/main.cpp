@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QIcon>
 #include <QMainWindow>
 
@@ -27,6 +28,7 @@ void describe(QCommandLineParser& parser) {
       "quillet --list [--password TEXT] ARCHIVE opens ARCHIVE as the window would and prints\n"
       "one line per entry, the fields Name, OriginalSize, PackedSize, CRC32 and DateModified\n"
       "separated by tabs. Exit status: 0 listed (a type that lists nothing prints nothing),\n"
+      "2 the archive is missing or unreadable,\n"
       "3 the archive is protected and no password was given, 4 a program it needs is missing."));
   parser.addHelpOption();
   parser.addVersionOption();
@@ -94,7 +96,7 @@ int runWindow(int argc, char** argv) {
   Engine engine(runner, jobRunner, dialogs, desktop);
   engine.ui().mainWindow->show();
   if (!line.files.isEmpty())
-    engine.openDialog({line.files.first()}, 1);
+    engine.openDialog({QFileInfo(line.files.first()).absoluteFilePath()}, 1);
   return application.exec();
 }
 

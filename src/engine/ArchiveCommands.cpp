@@ -1,49 +1,67 @@
 #include "engine/ArchiveCommands.h"
 
 #include "engine/ArchiveType.h"
+#include "engine/LiteralNames.h"
 #include "engine/PathText.h"
 #include "engine/ToolLocations.h"
 
 namespace ArchiveCommands {
 namespace {
 
-const QString kEndOfSwitches = QStringLiteral("--");
-
-// Entry names after the switches, behind "--" when one starts with "-".
-QStringList entryArguments(const QString& entry) {
-  if (entry.startsWith(u'-'))
-    return {kEndOfSwitches, entry};
-  return {entry};
+QStringList withPassword(const QStringList& leading, const QString& passwordSwitch) {
+  return passwordSwitch.isEmpty() ? leading : leading + QStringList{passwordSwitch};
 }
+
+ToolRun sevenZip(const QStringList& leading, const QStringList& names,
+                 const QStringList& trailing = {}) {
+  return {ToolLocations::sevenZip(), LiteralNames::forSevenZip(leading, names, trailing)};
+}
+
+// GNU tar keeps an existing file instead of replacing it.
+const QString kTarSkipOldFiles = QStringLiteral("--skip-old-files");
+// arj extracts only the files that do not exist yet.
+const QString kArjNewFilesOnly = QStringLiteral("-n");
+// arj reads on through the volumes that follow the archive.
+const QString kArjVolumes = QStringLiteral("-v");
 
 }  // namespace
 
-QString fileArgument(const QString& name) {
-  return name.startsWith(u'-') ? QStringLiteral("./") + name : name;
-}
-
-ToolRun extractAll(const Archive& archive, const QString& folder, bool overwrite,
-                   const QString& passwordSwitch) {
+ToolRun extractAll(const Archive& archive, const ExtractionSetting& setting) {
   const QString archiveFolder = PathText::deletingLastPathComponent(archive.path);
-  const QString name = fileArgument(PathText::lastPathComponent(archive.path));
+  const QString name = LiteralNames::fileArgument(PathText::lastPathComponent(archive.path));
   const QString& type = archive.type;
+  const QString& folder = setting.folder;
+  const bool keep = setting.collides && !setting.overwrite;
   ToolRun run;
   if (type == ArchiveType::Rar) {
     run = {ToolLocations::unrar(),
-           {"x", overwrite ? "-o+" : "-o-", "-y", passwordSwitch, name, folder}};
+           {"x", setting.overwrite ? "-o+" : "-o-", "-y", setting.passwordSwitch, name, folder}};
     run.directory = archiveFolder;
   } else if (type == ArchiveType::Arj) {
-    run = {ToolLocations::arj(), {"x", "-y", name, folder}};
+    QStringList arguments = {"x", "-y"};
+    if (keep)
+      arguments << kArjNewFilesOnly;
+    if (setting.arjVolumes)
+      arguments << kArjVolumes;
+    run = {ToolLocations::arj(), arguments << name << folder};
     run.directory = archiveFolder;
   } else if (type == ArchiveType::Lha) {
-    run = {ToolLocations::lha(), {"x", "-f", archive.path}};
+    // Without "-f" lhasa asks about each existing file; the answer skips.
+    if (keep) {
+      run = {ToolLocations::lha(), {"x", archive.path}};
+      run.input = kLhaSkipAnswer;
+    } else {
+      run = {ToolLocations::lha(), {"x", "-f", archive.path}};
+    }
     run.directory = folder;
   } else if (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2) {
     run = {QStringLiteral("/usr/bin/tar"), {"xvfj", archive.path}};
+    if (keep)
+      run.arguments << kTarSkipOldFiles;
     run.directory = folder;
   } else {
-    run = {ToolLocations::sevenZip(),
-           {"x", passwordSwitch, name, "-o" + folder, "-ssc", overwrite ? "-aoa" : "-aos", "-y"}};
+    run = sevenZip({"x", setting.passwordSwitch}, {name},
+                   {"-o" + folder, "-ssc", setting.overwrite ? "-aoa" : "-aos", "-y"});
     run.directory = archiveFolder;
   }
   return run;
@@ -51,46 +69,67 @@ ToolRun extractAll(const Archive& archive, const QString& folder, bool overwrite
 
 ToolRun extractEntry(const Archive& archive, const QString& entry, const QString& folder,
                      const QString& password) {
-  QStringList arguments = {QStringLiteral("x")};
-  if (!password.isEmpty())
-    arguments << QStringLiteral("-p") + password;
-  arguments << archive.path;
-  if (entry.startsWith(u'-'))
-    arguments << "-o" + folder << QStringLiteral("-y") << entryArguments(entry);
-  else
-    arguments << entry << "-o" + folder << QStringLiteral("-y");
-  return {ToolLocations::sevenZip(), arguments};
+  const QString passwordSwitch = password.isEmpty() ? QString() : QStringLiteral("-p") + password;
+  return sevenZip(withPassword({QStringLiteral("x")}, passwordSwitch), {archive.path, entry},
+                  {"-o" + folder, QStringLiteral("-y")});
 }
 
 ToolRun test(const Archive& archive, const QString& passwordSwitch) {
   if (archive.type == ArchiveType::Rar)
     return {ToolLocations::unrar(), {QStringLiteral("t"), archive.path}};
-  return {ToolLocations::sevenZip(), {QStringLiteral("t"), passwordSwitch, archive.path}};
+  return sevenZip({QStringLiteral("t"), passwordSwitch}, {archive.path});
+}
+
+QString firstArjVolume(const QString& archivePath) {
+  return PathText::deletingPathExtension(archivePath) + QStringLiteral(".a01");
+}
+
+ToolRun testArjVolumes(const Archive& archive) {
+  return {ToolLocations::arj(),
+          {QStringLiteral("t"), QStringLiteral("-y"), kArjVolumes,
+           LiteralNames::fileArgument(archive.path)}};
 }
 
 ToolRun deleteEntry(const Archive& archive, const QString& entry, const QString& passwordSwitch) {
   const QString remove = QStringLiteral("d");
+  // rar and arj take a name that starts with "-" behind "--".
+  const auto entryArguments = [](const QString& name) {
+    return name.startsWith(u'-') ? QStringList{QStringLiteral("--"), name} : QStringList{name};
+  };
   if (archive.type == ArchiveType::Rar)
     return {ToolLocations::rarCompressor(),
             QStringList{remove, passwordSwitch, archive.path} + entryArguments(entry)};
   if (archive.type == ArchiveType::Arj)
     return {ToolLocations::arj(),
             QStringList{remove, archive.path} + entryArguments(PathText::lastPathComponent(entry))};
-  return {ToolLocations::sevenZip(),
-          QStringList{remove, passwordSwitch, archive.path} + entryArguments(entry)};
+  return sevenZip({remove, passwordSwitch}, {archive.path, entry});
 }
 
 ToolRun add(const Archive& archive, const QString& item) {
-  const QString name = fileArgument(PathText::lastPathComponent(archive.path));
-  const QString file = fileArgument(item);
+  const QString name = LiteralNames::fileArgument(PathText::lastPathComponent(archive.path));
+  const QString file = LiteralNames::fileArgument(item);
   const QString& type = archive.type;
+  ToolRun run;
   if (type == ArchiveType::Rar)
-    return {ToolLocations::rarCompressor(), {"a", name, file, "-ep1"}};
-  if (type == ArchiveType::Arj)
-    return {ToolLocations::arj(), {"a", "-y", "-r", name, file}};
-  if (type == ArchiveType::Lha)
-    return {ToolLocations::lha(), {"a", name, file}};
-  return {ToolLocations::sevenZip(), {"a", name, file}};
+    run = {ToolLocations::rarCompressor(), {"a", name, file, "-ep1"}};
+  else if (type == ArchiveType::Arj)
+    run = {ToolLocations::arj(), {"a", "-y", "-r", name, file}};
+  else if (type == ArchiveType::Lha)
+    run = {ToolLocations::lha(), {"a", name, file}};
+  else
+    run = sevenZip({QStringLiteral("a")}, {name, file});
+  run.directory = PathText::deletingLastPathComponent(archive.path);
+  return run;
+}
+
+ToolRun technicalListing(const QString& archive, const QString& passwordSwitch) {
+  return sevenZip(withPassword({QStringLiteral("l"), QStringLiteral("-slt")}, passwordSwitch),
+                  {archive});
+}
+
+QString unsafeName(const Archive& archive, const QString& program, const QStringList& names) {
+  return LiteralNames::firstUnsafe(program,
+                                   QStringList{PathText::lastPathComponent(archive.path)} + names);
 }
 
 }  // namespace ArchiveCommands

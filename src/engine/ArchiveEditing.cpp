@@ -13,6 +13,7 @@
 #include "engine/MainWindowUi.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
+#include "engine/ToolLeftovers.h"
 
 #include <QAction>
 #include <QItemSelectionModel>
@@ -56,10 +57,16 @@ void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
         QStringLiteral("OK"));
     return;
   }
-  context_.ui.loadingArchiveListingLoader->show();
   QStringList names;
   for (const QModelIndex& row : selected)
     names << rows->entries()[row.row()].name;
+  const OpenedArchive& archive = context_.opener.archive();
+  const ArchiveCommands::Archive target{archive.archivetype, archive.filepath};
+  if (context_.refusesName(ArchiveCommands::unsafeName(
+          target, ArchiveCommands::deleteEntry(target, QString(), archive.archivePass).program,
+          names)))
+    return;
+  context_.ui.loadingArchiveListingLoader->show();
   QString report = QStringLiteral("Items deleted:\n");
   int next = selected.isEmpty() ? 0 : selected.first().row();
   for (const QString& name : names) {
@@ -104,6 +111,10 @@ void ArchiveEditing::updateArchive(const QStringList& sheet, int returnCode) {
                            QString());
     return;
   }
+  const ArchiveCommands::Archive target{type, archive.filepath};
+  if (context_.refusesName(ArchiveCommands::unsafeName(
+          target, ArchiveCommands::add(target, QString()).program, sheet)))
+    return;
   CompressingWindow* window = creation_.compressingWindow();
   window->compressingArchiveName()->setText(name);
   context_.ui.loadingArchiveListingLoader->show();
@@ -116,9 +127,10 @@ void ArchiveEditing::updateArchive(const QStringList& sheet, int returnCode) {
   progress->setRange(0, static_cast<int>(sheet.size()));
   progress->setValue(0);
   int done = 0;
-  // The archive is named by its file name: opening left Quillet in its folder.
   for (const QString& item : sheet) {
-    context_.runReported(ArchiveCommands::add({type, archive.filepath}, item));
+    const ToolLeftovers leftovers(archive.filepath);
+    if (!context_.runReported(ArchiveCommands::add(target, item)).succeeded())
+      leftovers.removeNew();
     progress->setValue(++done);
   }
   refreshSize();

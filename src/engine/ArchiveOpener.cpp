@@ -4,9 +4,11 @@
 #include "engine/ArchiveChecksum.h"
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveType.h"
+#include "engine/LiteralNames.h"
 #include "engine/OpeningWindow.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
+#include "engine/ToolLeftovers.h"
 #include "engine/ToolLocations.h"
 #include "engine/listing/ArjListing.h"
 #include "engine/listing/OutputSearch.h"
@@ -68,7 +70,8 @@ ArchiveOpener::Probe ArchiveOpener::probePassword() {
     mark = "*";
   } else if (type == ArchiveType::Zip || type == ArchiveType::SevenZip) {
     run = {ToolLocations::sevenZip(),
-           {QStringLiteral("l"), QStringLiteral("-slt"), archive_.filepath}};
+           LiteralNames::forSevenZip({QStringLiteral("l"), QStringLiteral("-slt")},
+                                     {archive_.filepath})};
     mark = "Encrypted = +";
   } else {
     return Probe::Clear;
@@ -121,7 +124,8 @@ std::optional<ToolRun> ArchiveOpener::listingRun() const {
   if (type == ArchiveType::Lha)
     return ToolRun{ToolLocations::lha(), {QStringLiteral("v"), path}};
   if (sltTypeOf(type))
-    return ToolRun{ToolLocations::sevenZip(), {list, pass, path, QStringLiteral("-slt")}};
+    return ToolRun{ToolLocations::sevenZip(),
+                   LiteralNames::forSevenZip({list, pass}, {path}, {QStringLiteral("-slt")})};
   return std::nullopt;
 }
 
@@ -169,18 +173,29 @@ ArchiveEntries ArchiveOpener::listWhileToolPrints(ToolRun run, SltType type) {
 }
 
 void ArchiveOpener::deleteFileFromArchiveWithName(const QString& name) {
-  runTool(ArchiveCommands::deleteEntry({archive_.archivetype, archive_.filepath}, name,
-                                       archive_.archivePass));
+  const ToolRun run = ArchiveCommands::deleteEntry({archive_.archivetype, archive_.filepath}, name,
+                                                   archive_.archivePass);
+  const ToolLeftovers leftovers(archive_.filepath);
+  const std::optional<ToolResult> result = runTool(run);
+  if (result && !result->succeeded())
+    leftovers.removeNew();
 }
 
 // The clean-up the preference asks for on every opening: a program that
 // cannot change this type (RARLAB's rar, say) is worth a status line, not an
 // alert each time.
 void ArchiveOpener::removeMacosxFolder() {
-  const ToolRun run = ArchiveCommands::deleteEntry({archive_.archivetype, archive_.filepath},
-                                                   macosxFolder(), archive_.archivePass);
+  const ArchiveCommands::Archive archive{archive_.archivetype, archive_.filepath};
+  const ToolRun run = ArchiveCommands::deleteEntry(archive, macosxFolder(), archive_.archivePass);
+  if (const QString unsafe = ArchiveCommands::unsafeName(archive, run.program, {});
+      !unsafe.isEmpty()) {
+    window_.reportProblem({ToolProblem::Kind::Failed, LiteralNames::refusalOf(unsafe).message});
+    return;
+  }
+  const ToolLeftovers leftovers(archive_.filepath);
   const ToolResult result = runner_.run(run);
   if (std::optional<ToolProblem> problem = ToolProblem::of(run, result)) {
+    leftovers.removeNew();
     problem->kind = ToolProblem::Kind::Failed;
     window_.reportProblem(*problem);
   }

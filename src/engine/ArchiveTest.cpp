@@ -8,6 +8,7 @@
 #include "engine/TestReport.h"
 
 #include <QAction>
+#include <QFileInfo>
 #include <QPlainTextEdit>
 
 ArchiveTest::ArchiveTest(const EngineContext& context, QObject* parent)
@@ -22,15 +23,25 @@ void ArchiveTest::btnTestAction() {
   // Braces around the password are part of the test's switch.
   archive.archivePass = QStringLiteral("-p{") + context_.passwordFieldText() + u'}';
   const bool isRar = archive.archivetype == ArchiveType::Rar;
-  const ToolRun run =
-      ArchiveCommands::test({archive.archivetype, archive.filepath}, archive.archivePass);
+  const ArchiveCommands::Archive target{archive.archivetype, archive.filepath};
+  const ToolRun run = ArchiveCommands::test(target, archive.archivePass);
+  if (context_.refusesName(ArchiveCommands::unsafeName(target, run.program, {})))
+    return;
   const ToolResult result = context_.runReported(run);
   const QString banner = TestReport::installedBanner(context_.runner, run.program, isRar);
-  const QString report = TestReport::withoutBanners(
+  QString report = TestReport::withoutBanners(
       result.text(),
       {banner, isRar ? TestReport::kUnrar390Banner : TestReport::kSevenZip904Banner});
+  bool passed = TestReport::passed(report, isRar);
+  // 7-Zip reads only the first volume of an arj archive; arj tests them all.
+  if (archive.archivetype == ArchiveType::Arj &&
+      QFileInfo::exists(ArchiveCommands::firstArjVolume(archive.filepath))) {
+    const ToolResult volumes = context_.runReported(ArchiveCommands::testArjVolumes(target));
+    report += u'\n' + volumes.text();
+    passed = passed && volumes.succeeded();
+  }
   context_.ui.fileContentView->setPlainText(report);
-  if (TestReport::passed(report, isRar)) {
+  if (passed) {
     context_.dialogs.alert(QStringLiteral("Archive test completed"),
                            QStringLiteral("No errors found."), QStringLiteral("OK"));
   } else {

@@ -1,6 +1,7 @@
 #include "engine/EngineContext.h"
 
 #include "app/Dialogs.h"
+#include "engine/LiteralNames.h"
 #include "engine/MainWindowUi.h"
 #include "engine/PasswordPanel.h"
 #include "engine/ToolProblem.h"
@@ -21,4 +22,12 @@ ToolResult EngineContext::runReported(const ToolRun& run) const {
 
 QString EngineContext::passwordFieldText() const {
   return passwordPanel->passwordTextField()->text();
+}
+
+bool EngineContext::refusesName(const QString& name) const {
+  if (name.isEmpty())
+    return false;
+  const LiteralNames::Refusal refusal = LiteralNames::refusalOf(name);
+  dialogs.alert(refusal.title, refusal.message, QStringLiteral("OK"));
+  return true;
 }

@@ -22,4 +22,7 @@ struct EngineContext {
   // program, a status-bar line tells of a failed run.
   ToolResult runReported(const ToolRun& run) const;
   QString passwordFieldText() const;
+  // True, after an alert naming it, when a tool would read the name as a
+  // pattern or a list file (LiteralNames); false for an empty name.
+  bool refusesName(const QString& name) const;
 };

@@ -9,19 +9,22 @@
 #include "engine/ArchiveOpener.h"
 #include "engine/ArchiveType.h"
 #include "engine/EntriesModel.h"
+#include "engine/EscapingLinks.h"
 #include "engine/ExtractionDialog.h"
 #include "engine/MainWindowUi.h"
-#include "engine/PasswordCheck.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
 
 #include <QCheckBox>
+#include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -79,14 +82,26 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
   const QString password = context_.passwordFieldText();
   archive.archivePass =
       password.isEmpty() ? OpenedArchive::kNoPassword : QStringLiteral("-p") + password;
-  if (overwrite && !passwordWillNotDestroyFiles(archive.archivePass))
+  const QString& type = archive.archivetype;
+  const ArchiveCommands::Archive target{type, archive.filepath};
+  ArchiveCommands::ExtractionSetting setting{destination, overwrite, archive.archivePass};
+  setting.arjVolumes =
+      type == ArchiveType::Arj && QFileInfo::exists(ArchiveCommands::firstArjVolume(target.path));
+  ToolRun run = ArchiveCommands::extractAll(target, setting);
+  if (context_.refusesName(ArchiveCommands::unsafeName(target, run.program, {})))
     return;
+  const std::optional<bool> collides = guard(
+      {target, destination, archive.archivePass, overwrite, archive.encrypted, QStringList()});
+  if (!collides)
+    return;
+  if (*collides) {
+    setting.collides = true;
+    run = ArchiveCommands::extractAll(target, setting);
+  }
 
   showDialog();
-  const QString& type = archive.archivetype;
-  ToolRun run = ArchiveCommands::extractAll({type, archive.filepath}, destination, overwrite,
-                                            archive.archivePass);
   run.acceptsUserInput = true;
+  const QDateTime started = QDateTime::currentDateTime();
   context_.runReported(run);
   const bool reportsResult = type != ArchiveType::Arj && type != ArchiveType::Lha &&
                              type != ArchiveType::Tbz2 && type != ArchiveType::Bz2;
@@ -96,6 +111,8 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
                   : QStringLiteral("Extraction done.\n NOTE: existing files and folders skipped "
                                    "and not overwritten.\n"));
   }
+  if (type == ArchiveType::Lha || type == ArchiveType::Tbz2 || type == ArchiveType::Bz2)
+    removeEscapingLinks(destination, started);
   // The archive's own folder is shown, not the destination.
   finish(PathText::deletingLastPathComponent(archive.filepath), show, sound);
 }
@@ -127,9 +144,17 @@ void Extraction::btnExtractSelected() {
     return;
   }
   const bool extracts = type == ArchiveType::Zip || type == ArchiveType::SevenZip;
+  const ArchiveEntries& entries = context_.ui.oppenedArchiveArrayController->entries();
+  QStringList names;
+  for (const QModelIndex& row : selected)
+    names << entries[row.row()].name;
   // Each run answers every question with yes, so existing files are replaced.
-  if (extracts && !passwordWillNotDestroyFiles(
-                      password.isEmpty() ? QString() : QStringLiteral("-p") + password))
+  if (extracts && !guard({{type, archive.filepath},
+                          destination,
+                          password.isEmpty() ? QString() : QStringLiteral("-p") + password,
+                          true,
+                          archive.encrypted,
+                          names}))
     return;
 
   showDialog();
@@ -138,10 +163,8 @@ void Extraction::btnExtractSelected() {
   progress->setValue(0);
   const bool show = PreferencesStore::isYes(QStringLiteral("openDestinationAfterExtraction"));
   const bool sound = PreferencesStore::isYes(QStringLiteral("playSoundWhenDone"));
-  const ArchiveEntries& entries = context_.ui.oppenedArchiveArrayController->entries();
   int done = 0;
-  for (const QModelIndex& row : selected) {
-    const QString& name = entries[row.row()].name;
+  for (const QString& name : names) {
     dialog_->extractionDlgFileNameTitle()->setText(name);
     progress->setValue(++done);
     if (!extracts)
@@ -178,27 +201,23 @@ void Extraction::finish(const QString& folderToShow, bool show, bool sound) {
   dialog_->hide();
 }
 
-bool Extraction::passwordWillNotDestroyFiles(const QString& passwordSwitch) {
-  const OpenedArchive& archive = context_.opener.archive();
-  // Opening probed the archive already; only an encrypted one is asked.
-  if (!archive.encrypted)
-    return true;
-  const QString& type = archive.archivetype;
-  PasswordCheck::Result check{PasswordCheck::Verdict::NotEncrypted, {}};
-  if (type == ArchiveType::Zip || type == ArchiveType::SevenZip)
-    check = PasswordCheck::forSevenZip(context_.runner, archive.filepath, passwordSwitch);
-  else if (type == ArchiveType::Rar)
-    check = PasswordCheck::forRar(context_.runner, archive.filepath, passwordSwitch);
-  if (check.verdict != PasswordCheck::Verdict::Wrong)
-    return true;
-  const QString nothingReplaced = tr("Nothing was extracted, so no existing file was replaced.");
-  if (check.reason.isEmpty()) {
-    context_.dialogs.alert(tr("Wrong password"),
-                           tr("The password does not open this archive.") + u' ' + nothingReplaced,
-                           QStringLiteral("OK"));
-  } else {
-    context_.dialogs.alert(tr("Nothing extracted"), check.reason + u'\n' + nothingReplaced,
-                           QStringLiteral("OK"));
-  }
-  return false;
+std::optional<bool> Extraction::guard(const ExtractionGuard::Request& request) {
+  const ExtractionGuard verdict = ExtractionGuard::check(context_.runner, request);
+  if (verdict.verdict == ExtractionGuard::Verdict::Go)
+    return verdict.collides;
+  context_.dialogs.alert(verdict.title(), verdict.message(), QStringLiteral("OK"));
+  return std::nullopt;
+}
+
+void Extraction::removeEscapingLinks(const QString& destination, const QDateTime& since) {
+  const QStringList removed = EscapingLinks::removeNewerThan(destination, since);
+  if (removed.isEmpty())
+    return;
+  QStringList names;
+  for (const QString& link : removed)
+    names << QDir(destination).relativeFilePath(link);
+  context_.ui.mainWindow->statusBar()->showMessage(
+      tr("Removed %n link(s) that led outside the destination: %1", nullptr,
+         static_cast<int>(removed.size()))
+          .arg(names.join(QStringLiteral(", "))));
 }

@@ -1,9 +1,14 @@
 #pragma once
 
 #include "engine/EngineContext.h"
+#include "engine/ExtractionGuard.h"
 
 #include <QObject>
 #include <QStringList>
+
+#include <optional>
+
+class QDateTime;
 
 class ExtractionDialog;
 
@@ -26,9 +31,10 @@ class Extraction : public QObject {
  private:
   void showDialog();
   void hideDialog();
-  // False, after telling the user, when a password that does not open the
-  // archive would let the tool empty existing files.
-  bool passwordWillNotDestroyFiles(const QString& passwordSwitch);
+  // Whether an entry collides with an existing file; nothing, after telling
+  // the user, when the extraction would lose a file.
+  std::optional<bool> guard(const ExtractionGuard::Request& request);
+  void removeEscapingLinks(const QString& destination, const QDateTime& since);
   void finish(const QString& folderToShow, bool show, bool sound);
 
   EngineContext context_;

@@ -4,9 +4,9 @@
 
 class ToolRunner;
 
-// Whether a password opens an archive, asked before an extraction that
-// replaces existing files: with a wrong password 7-Zip empties an existing
-// file of the same name before it finds out, and the user's data is gone.
+// Whether a password opens a RAR archive, asked before an extraction that
+// replaces existing files: with a wrong password the existing file of the
+// same name can be lost.
 namespace PasswordCheck {
 
 enum class Verdict { NotEncrypted, Opens, Wrong };
@@ -19,8 +19,6 @@ struct Result {
 };
 
 // passwordSwitch is the "-p..." argument the extraction will use, or empty.
-// The smallest encrypted entry is tested with it, which is quick.
-Result forSevenZip(ToolRunner& runner, const QString& archive, const QString& passwordSwitch);
 Result forRar(ToolRunner& runner, const QString& archive, const QString& passwordSwitch);
 
 }  // namespace PasswordCheck

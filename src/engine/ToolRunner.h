@@ -33,6 +33,8 @@ struct ToolResult {
   QByteArray output;
   QByteArray errors;
 
+  // Started, ran to its end and exited 0.
+  bool succeeded() const { return started && !crashed && exitCode == 0; }
   // The output as text; output that is not valid UTF-8 yields no text.
   QString text() const;
   // The last non-empty line the tool wrote to standard error.

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+// Symbolic links an extraction left in its destination that lead outside
+// it: a later extraction into the same folder would write through them.
+namespace EscapingLinks {
+
+// Whether the link's target, followed as far as it exists, lies outside
+// root (both resolved through every link on the way).
+bool leadsOutside(const QString& link, const QString& root);
+
+// Removes the links under root made or changed since the given moment
+// whose target lies outside root; returns their paths. Links the user had
+// before are left alone.
+QStringList removeNewerThan(const QString& root, const QDateTime& since);
+
+}  // namespace EscapingLinks
