@@ -12,8 +12,10 @@ struct Finished {
   QByteArray errors;
 };
 
-Finished quillet(const QStringList& arguments, const QString& toolsFolder = QString()) {
+Finished quillet(const QStringList& arguments, const QString& toolsFolder = QString(),
+                 const QString& folder = QString()) {
   QProcess process;
+  process.setWorkingDirectory(folder);
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.remove("QT_QPA_PLATFORM");
   environment.remove("DISPLAY");
@@ -71,6 +73,27 @@ class HeadlessListingTest : public QObject {
     const Finished run = quillet({"--list", work_.filePath("packed.tgz")});
     QCOMPARE(run.exitCode, 0);
     QVERIFY(run.output.isEmpty());
+  }
+
+  // Opening changes folder before the tools run: a relative path once
+  // printed nothing and exited 0.
+  void aRelativePathIsResolvedFirst() {
+    const Finished run = quillet({"--list", "plain.7z"}, QString(), work_.path());
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.output.count('\n'), 2);
+  }
+
+  void aMissingOrUnreadableArchiveExitsWithTwo_data() {
+    QTest::addColumn<QString>("path");
+    QTest::newRow("missing") << "nothing-here.zip";
+    QTest::newRow("a folder") << "tree";
+  }
+  void aMissingOrUnreadableArchiveExitsWithTwo() {
+    QFETCH(QString, path);
+    const Finished run = quillet({"--list", path}, QString(), work_.path());
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY(run.output.isEmpty());
+    QVERIFY(run.errors.startsWith(path.toUtf8() + ": "));
   }
 
   void aMissingToolExitsWithFour() {
