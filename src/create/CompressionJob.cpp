@@ -2,7 +2,9 @@
 
 #include "create/JobUi.h"
 #include "create/TreeCopy.h"
+#include "engine/LiteralNames.h"
 #include "engine/PathText.h"
+#include "engine/ToolLeftovers.h"
 #include "engine/ToolLocations.h"
 #include "engine/ToolProblem.h"
 #include "engine/ToolRunner.h"
@@ -24,10 +26,7 @@ const QStringList kTakenExtensions = {".rar", ".zip",    ".7z",      ".lha", ".a
 constexpr int kBlinks = 4;
 constexpr int kBlinkPauseMs = 50;
 
-// A bare name that starts with "-" would be read as a switch.
-QString asArgument(const QString& name) {
-  return name.startsWith(u'-') ? QStringLiteral("./") + name : name;
-}
+using LiteralNames::fileArgument;
 
 bool writeText(const QString& path, const QString& text, QStringConverter::Encoding encoding) {
   QSaveFile file(path);
@@ -43,6 +42,14 @@ bool writeText(const QString& path, const QString& text, QStringConverter::Encod
 // jlha stores names in Latin-1 only; anything else turns into "?".
 bool isLatin1(const QString& name) {
   return std::all_of(name.cbegin(), name.cend(), [](QChar c) { return c.unicode() < 0x100; });
+}
+
+// The file 7za writes for a bare archive name: it adds the type's extension
+// only to a name without a dot, and drops a final dot.
+QString sevenZipWrites(const QString& name, const QString& typeExtension) {
+  if (!name.contains(u'.'))
+    return name + typeExtension;
+  return name.endsWith(u'.') ? name.chopped(1) : name;
 }
 
 }  // namespace
@@ -87,19 +94,26 @@ void CompressionJob::run() {
 }
 
 void CompressionJob::settleName() {
-  QString base = PathText::lastPathComponent(request_.itemToCompress);
-  const QString item = inFolder(request_.itemToCompress);
-  for (const QString& extension : kTakenExtensions) {
-    if (QFileInfo::exists(item + extension)) {
-      base += u'_' + genRandStringLength(4);
-      ui_.alert(QStringLiteral("File with same name already exists"),
-                QStringLiteral("An additional suffix will be added to the name"));
-      break;
-    }
-  }
+  const QString base = freeBase(PathText::lastPathComponent(request_.itemToCompress),
+                                inFolder(request_.itemToCompress));
   settings_.splitVolumesSize = QStringLiteral("-v");
   archiveName_ = base + JobSettings::extensionFor(settings_.compressionMethod);
   ui_.setCompressingArchiveName(archiveName_);
+}
+
+// The collision rule: a name that an archive of any type in the folder (or
+// the file the tool will write) already has gets a random suffix, and the
+// user is told, so that no file is replaced or added to.
+QString CompressionJob::freeBase(const QString& base, const QString& path, const QString& written) {
+  const bool taken =
+      QFileInfo::exists(written) ||
+      std::any_of(kTakenExtensions.cbegin(), kTakenExtensions.cend(),
+                  [&](const QString& extension) { return QFileInfo::exists(path + extension); });
+  if (!taken)
+    return base;
+  ui_.alert(QStringLiteral("File with same name already exists"),
+            QStringLiteral("An additional suffix will be added to the name"));
+  return base + u'_' + genRandStringLength(4);
 }
 
 bool CompressionJob::checkPassword() {
@@ -116,6 +130,13 @@ bool CompressionJob::checkPassword() {
 
 void CompressionJob::runProtected(const QString& passwordSwitch) {
   ui_.showCompressingWindow();
+  if (toolTakesEveryName())
+    compressProtected(passwordSwitch);
+  // A protected archive is never uploaded, and the spinner keeps turning.
+  ui_.hideCompressingWindow();
+}
+
+void CompressionJob::compressProtected(const QString& passwordSwitch) {
   if (settings_.compressionMethod == JobSettings::kRar) {
     ui_.setFileContent(QStringLiteral("Compressing to rar... Please wait...\n\n"));
     rarRows(passwordSwitch, true);
@@ -125,12 +146,16 @@ void CompressionJob::runProtected(const QString& passwordSwitch) {
     sfxStep();
     splitStep();
   }
-  // A protected archive is never uploaded, and the spinner keeps turning.
-  ui_.hideCompressingWindow();
 }
 
 void CompressionJob::runUnprotected() {
   ui_.showCompressingWindow();
+  if (toolTakesEveryName())
+    compressUnprotected();
+  endStep();
+}
+
+void CompressionJob::compressUnprotected() {
   const QString& method = settings_.compressionMethod;
   if (method == JobSettings::kRar) {
     ui_.setFileContent(QStringLiteral("Compressing to rar... Please wait...\n\n"));
@@ -142,25 +167,47 @@ void CompressionJob::runUnprotected() {
   } else if (method == JobSettings::kArj) {
     eachRow([this](const QString& item) {
       if (request_.everyItem)
-        archiveName_ = itemName(item, QStringLiteral(".arj"));
+        archiveName_ = itemArchiveName(item, QStringLiteral(".arj"));
       runTool(ToolLocations::arj(),
-              {"a", "-y", settings_.arjCompressionLevel, "-r", asArgument(archiveName_), item});
+              {"a", "-y", settings_.arjCompressionLevel, "-r", fileArgument(archiveName_), item});
     });
   } else if (method == JobSettings::kLha) {
-    if (lhaCanStoreEveryName()) {
-      eachRow([this](const QString& item) {
-        if (request_.everyItem)
-          archiveName_ = itemName(item, QStringLiteral(".lha"));
-        runTool(ToolLocations::lha(),
-                {"a", settings_.lhaCompressionLevel, asArgument(archiveName_), item});
-      });
-    }
+    eachRow([this](const QString& item) {
+      if (request_.everyItem)
+        archiveName_ = itemArchiveName(item, QStringLiteral(".lha"));
+      runTool(ToolLocations::lha(),
+              {"a", settings_.lhaCompressionLevel, fileArgument(archiveName_), item});
+    });
   } else {
     sevenZipRows({QStringLiteral("a"), method});
     sfxStep();
     splitStep();
   }
-  endStep();
+}
+
+// The names are checked before any tool runs, so that a refused job makes
+// nothing at all.
+bool CompressionJob::toolTakesEveryName() {
+  const QString& method = settings_.compressionMethod;
+  if (method == JobSettings::kLha)
+    return lhaCanStoreEveryName();
+  if (method == JobSettings::kRar)
+    return takesEveryNameLiterally(ToolLocations::rarCompressor());
+  if (method == JobSettings::kArj)
+    return takesEveryNameLiterally(ToolLocations::arj());
+  return true;
+}
+
+// rar and arj expand wildcards and read list files in the names they are
+// given, and no switch turns that off.
+bool CompressionJob::takesEveryNameLiterally(const QString& program) {
+  const QString unsafe =
+      LiteralNames::firstUnsafe(program, request_.items + QStringList{fileArgument(archiveName_)});
+  if (unsafe.isEmpty())
+    return true;
+  const LiteralNames::Refusal refusal = LiteralNames::refusalOf(unsafe);
+  ui_.alert(refusal.title, refusal.message);
+  return false;
 }
 
 // One tool run per row, the row selected and the progress advanced after
@@ -176,8 +223,16 @@ void CompressionJob::eachRow(const std::function<void(const QString& item)>& run
   }
 }
 
-QString CompressionJob::itemName(const QString& fullPath, const QString& extension) const {
-  return PathText::deletingPathExtension(PathText::lastPathComponent(fullPath)) + extension;
+// One item's own archive: the item's name without its extension, free in
+// the folder the archive goes to. An empty extension is 7za's way: it adds
+// the type's own.
+QString CompressionJob::itemArchiveName(const QString& item, const QString& extension) {
+  const QString base = PathText::deletingPathExtension(PathText::lastPathComponent(item));
+  const QString written =
+      extension.isEmpty()
+          ? sevenZipWrites(base, JobSettings::extensionFor(settings_.compressionMethod))
+          : base + extension;
+  return freeBase(base, inFolder(base), inFolder(written)) + extension;
 }
 
 QStringList CompressionJob::excluding(const QString& pattern) const {
@@ -190,11 +245,11 @@ void CompressionJob::rarRows(const QString& passwordSwitch, bool perItemFolders)
     if (perItemFolders)
       folder_ = PathText::deletingLastPathComponent(item);
     else if (request_.everyItem)
-      archiveName_ = itemName(item, QStringLiteral(".rar"));
+      archiveName_ = itemArchiveName(item, QStringLiteral(".rar"));
     QStringList arguments = {QStringLiteral("a")};
     if (!passwordSwitch.isEmpty())
       arguments << passwordSwitch;
-    arguments << asArgument(archiveName_) << item << excluding(QStringLiteral("-x*DS_Store"))
+    arguments << fileArgument(archiveName_) << item << excluding(QStringLiteral("-x*DS_Store"))
               << settings_.rarCompressionLevel << QStringLiteral("-ep1");
     runTool(ToolLocations::rarCompressor(), arguments);
   });
@@ -204,26 +259,39 @@ void CompressionJob::rarRows(const QString& passwordSwitch, bool perItemFolders)
 void CompressionJob::sevenZipRows(const QStringList& leading) {
   settings_.splitVolumesSize =
       QStringLiteral("-v") + request_.splitSizeText + settings_.splitVolumesSizeType;
+  // A protected job puts every item into one archive, in the chosen folder.
+  if (request_.everyItem && request_.passwordProtected)
+    settleSharedNameInChosenFolder();
   eachRow([&](const QString& item) {
     // 7za adds the type's own extension to a name that has none.
     if (request_.everyItem && !request_.passwordProtected)
-      archiveName_ = itemName(item, QString());
+      archiveName_ = itemArchiveName(item, QString());
     runTool(ToolLocations::sevenZip(),
-            leading + excluding(QStringLiteral("-xr!.DS_Store")) +
-                QStringList{asArgument(archiveName_), item, settings_.zipCompressionLevel,
-                            QStringLiteral("-ssc")});
+            LiteralNames::forSevenZip(leading + excluding(QStringLiteral("-xr!.DS_Store")),
+                                      {fileArgument(archiveName_), item},
+                                      {settings_.zipCompressionLevel, QStringLiteral("-ssc")}));
   });
+}
+
+void CompressionJob::settleSharedNameInChosenFolder() {
+  const QString extension = JobSettings::extensionFor(settings_.compressionMethod);
+  const QString base = archiveName_.chopped(extension.size());
+  archiveName_ = freeBase(base, inFolder(base)) + extension;
 }
 
 void CompressionJob::gzipOrBzip2() {
   QString tarName = archiveName_;
+  // Only a tar this run makes may be deleted once it is compressed.
+  QStringList newTars;
   eachRow([&](const QString& item) {
     if (request_.everyItem)
-      tarName = itemName(item, QStringLiteral(".tar"));
+      tarName = itemArchiveName(item, QStringLiteral(".tar"));
+    if (!QFileInfo::exists(inFolder(tarName)))
+      newTars << tarName;
     runTool(ToolLocations::sevenZip(),
-            QStringList{QStringLiteral("a"), QStringLiteral("-ttar")} +
-                excluding(QStringLiteral("-xr!.DS_Store")) +
-                QStringList{asArgument(tarName), item, QStringLiteral("-ssc")});
+            LiteralNames::forSevenZip(QStringList{QStringLiteral("a"), QStringLiteral("-ttar")} +
+                                          excluding(QStringLiteral("-xr!.DS_Store")),
+                                      {fileArgument(tarName), item}, {QStringLiteral("-ssc")}));
   });
   // Only the last tar is compressed; with one archive per item the others
   // stay plain tars.
@@ -232,9 +300,10 @@ void CompressionJob::gzipOrBzip2() {
       tarName + (method == JobSettings::kGzip ? QStringLiteral(".gz") : QStringLiteral(".bz2"));
   ui_.setProgressRange(2, 1);
   if (runTool(ToolLocations::sevenZip(),
-              {QStringLiteral("a"), method, asArgument(compressed), asArgument(tarName),
-               settings_.zipCompressionLevel, QStringLiteral("-ssc")}) &&
-      QFileInfo::exists(inFolder(compressed)))
+              LiteralNames::forSevenZip({QStringLiteral("a"), method},
+                                        {fileArgument(compressed), fileArgument(tarName)},
+                                        {settings_.zipCompressionLevel, QStringLiteral("-ssc")})) &&
+      QFileInfo::exists(inFolder(compressed)) && newTars.contains(tarName))
     QFile::remove(inFolder(tarName));
   archiveName_ = tarName;
 }
@@ -247,8 +316,8 @@ void CompressionJob::rarSplitStep() {
   ui_.setProgressIndeterminate();
   ui_.setStatus(QStringLiteral("Splitting archive..."));
   if (runTool(ToolLocations::rarCompressor(),
-              {QStringLiteral("a"), asArgument(archiveName_ + QStringLiteral(".split")),
-               asArgument(archiveName_), QStringLiteral("-ep1"), QStringLiteral("-m0"),
+              {QStringLiteral("a"), fileArgument(archiveName_ + QStringLiteral(".split")),
+               fileArgument(archiveName_), QStringLiteral("-ep1"), QStringLiteral("-m0"),
                settings_.splitVolumesSize}))
     QFile::remove(inFolder(archiveName_));
 }
@@ -260,7 +329,7 @@ void CompressionJob::rarNoteStep() {
   if (!writeText(note, request_.notes, QStringConverter::Utf8))
     return;
   runTool(ToolLocations::rarCompressor(),
-          {QStringLiteral("c"), asArgument(archiveName_), QStringLiteral("-z") + note});
+          {QStringLiteral("c"), fileArgument(archiveName_), QStringLiteral("-z") + note});
   QFile::remove(note);
 }
 
@@ -288,9 +357,10 @@ void CompressionJob::splitStep() {
   ui_.setProgressIndeterminate();
   ui_.setStatus(QStringLiteral("Splitting archive..."));
   if (runTool(ToolLocations::sevenZip(),
-              {QStringLiteral("a"), settings_.compressionMethod,
-               asArgument(archiveName_ + QStringLiteral(".part")), asArgument(archiveName_),
-               QStringLiteral("-ssc"), settings_.splitVolumesSize}))
+              LiteralNames::forSevenZip({QStringLiteral("a"), settings_.compressionMethod},
+                                        {fileArgument(archiveName_ + QStringLiteral(".part")),
+                                         fileArgument(archiveName_)},
+                                        {QStringLiteral("-ssc"), settings_.splitVolumesSize})))
     QFile::remove(inFolder(archiveName_));
 }
 
@@ -328,10 +398,12 @@ bool CompressionJob::runTool(const QString& program, const QStringList& argument
     return false;
   ToolRun run{program, arguments};
   run.childDirectory = folder_;
+  const ToolLeftovers leftovers(inFolder(archiveName_));
   const ToolResult result = runner_.run(run);
   const std::optional<ToolProblem> problem = ToolProblem::of(run, result);
   if (!problem)
     return true;
+  leftovers.removeNew();
   if (problem->kind == ToolProblem::Kind::MissingProgram) {
     programMissing_ = true;
     ui_.alert(QStringLiteral("Missing program"), problem->message);

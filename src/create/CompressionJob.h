@@ -49,11 +49,21 @@ class CompressionJob {
 
  private:
   void settleName();
+  // base, whose path in the archive's folder is path, or base with a suffix
+  // when the name is taken; written is the file the tool will write.
+  QString freeBase(const QString& base, const QString& path, const QString& written = QString());
   bool checkPassword();
   void runProtected(const QString& passwordSwitch);
+  void compressProtected(const QString& passwordSwitch);
   void runUnprotected();
+  void compressUnprotected();
+  // False, after telling the user, when the format's tool would not store
+  // every name as it is.
+  bool toolTakesEveryName();
+  bool takesEveryNameLiterally(const QString& program);
   void rarRows(const QString& passwordSwitch, bool perItemFolders);
   void sevenZipRows(const QStringList& leading);
+  void settleSharedNameInChosenFolder();
   void gzipOrBzip2();
   void rarSplitStep();
   void rarNoteStep();
@@ -69,7 +79,7 @@ class CompressionJob {
   void eachRow(const std::function<void(const QString& item)>& runItem);
   // The exclusion switch, when .DS_Store files are left out.
   QStringList excluding(const QString& pattern) const;
-  QString itemName(const QString& fullPath, const QString& extension) const;
+  QString itemArchiveName(const QString& item, const QString& extension);
 
   CompressionRequest request_;
   JobSettings settings_;

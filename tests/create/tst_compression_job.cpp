@@ -1,6 +1,7 @@
 #include "FakeToolRunner.h"
 #include "RecordingJobUi.h"
 #include "create/CompressionJob.h"
+#include "engine/LiteralNames.h"
 #include "engine/ProcessToolRunner.h"
 #include "engine/ToolLocations.h"
 #include "support/TestArchives.h"
@@ -11,10 +12,14 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -28,6 +33,58 @@ Tree withoutDsStore(Tree tree) {
   }
   return tree;
 }
+
+// The files a hostile name would pull in if a tool read it as a wildcard or
+// a list file: "a*" matches abc, "?" matches b, and list.txt names secret.txt.
+const QStringList kNeighbours = {"secret.txt", "abc", "b", "keep1.txt", "list.txt"};
+
+void writeNeighbours(const QString& folder) {
+  for (const QString& name : kNeighbours)
+    TestArchives::writeFile(folder + '/' + name, name.toUtf8());
+  TestArchives::writeFile(folder + "/list.txt", (folder + "/secret.txt\n").toUtf8());
+}
+
+// The paths an archive holds, as 7-Zip's technical listing prints them; a
+// compressed tar is unpacked first.
+QStringList entriesOf(const QString& archive) {
+  QString listed = archive;
+  QTemporaryDir unpacked;
+  if (archive.endsWith(".gz") || archive.endsWith(".bz2")) {
+    TestArchives::runIn(unpacked.path(), "7z", {"x", "-y", archive});
+    listed = unpacked.filePath(QDir(unpacked.path()).entryList(QDir::Files).value(0));
+  }
+  const QString listing =
+      QString::fromUtf8(TestArchives::runIn(QDir::tempPath(), "7z", {"l", "-slt", listed}));
+  QStringList paths;
+  for (const QString& line : listing.section("\n----------\n", 1).split('\n')) {
+    if (line.startsWith("Path = "))
+      paths << line.mid(7);
+  }
+  paths.sort();
+  return paths;
+}
+
+// Where a format keeps an item given by its full path, as 7-Zip lists it:
+// 7-Zip's formats keep the name, arj the path without its first "/", lha
+// the whole path; the listing prints a newline as "_".
+QString listedPath(const QString& method, const QString& item) {
+  QString path = method == "arj"   ? item.mid(1)
+                 : method == "lha" ? item
+                                   : QFileInfo(item).fileName();
+  return path.replace('\n', '_');
+}
+
+// Writes a file whose name is given as bytes, past Qt's name encoding.
+bool writeRawName(const QByteArray& path) {
+  const int file = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL, 0644);
+  if (file < 0)
+    return false;
+  const bool written = ::write(file, "raw\n", 4) == 4;
+  return ::close(file) == 0 && written;
+}
+
+const QString kCollision =
+    "File with same name already exists: An additional suffix will be added to the name";
 
 }  // namespace
 
@@ -197,6 +254,199 @@ class CompressionJobTest : public QObject {
     QVERIFY(ui.calls.contains("stop spin"));
   }
 
+  void hostileNamesReachTheToolsAsThemselves_data() {
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QString>("archive");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("refused");
+    const QList<std::pair<const char*, QString>> formats = {
+        {"-tzip", "out.zip"},       {"-t7z", "out.7z"}, {"-ttar", "out.tar"},
+        {"-tgzip", "out.tar.gz"},   {"arj", "out.arj"}, {"lha", "out.lha"},
+        {"-tbzip2", "out.tar.bz2"},
+    };
+    const QList<std::pair<const char*, QString>> names = {
+        {"star", "*"},
+        {"a star", "a*"},
+        {"question mark", "?"},
+        {"7-Zip list file", "@list.txt"},
+        {"arj list file", "!list.txt"},
+        {"switch", "-rf"},
+        {"long switch", "--help"},
+        {"quotes", "a \"b\" 'c'"},
+        {"newline", "line\nbreak"},
+    };
+    for (const auto& [method, archive] : formats) {
+      for (const auto& [label, name] : names) {
+        const bool wildcard = name.contains('*') || name.contains('?');
+        QTest::addRow("%s, %s", method, label)
+            << method << archive << name << (QString(method) == "arj" && wildcard);
+      }
+    }
+  }
+  void hostileNamesReachTheToolsAsThemselves() {
+    QFETCH(QString, method);
+    QFETCH(QString, archive);
+    QFETCH(QString, name);
+    QFETCH(bool, refused);
+    QTemporaryDir folder;
+    writeNeighbours(folder.path());
+    const QString item = folder.filePath(name);
+    TestArchives::writeFile(item, "selected\n");
+    QTemporaryDir output;
+    CompressionRequest job = request(method, output.filePath("out"));
+    job.items = {item};
+    ProcessToolRunner runner;
+    RecordingJobUi ui;
+    runJob(job, ui, runner);
+    if (refused) {
+      const LiteralNames::Refusal refusal = LiteralNames::refusalOf(item);
+      QCOMPARE(ui.alerts, QStringList{refusal.title + ": " + refusal.message});
+      QVERIFY(QDir(output.path()).isEmpty());
+      QVERIFY(ui.calls.contains("stop spin"));
+      return;
+    }
+    QVERIFY2(ui.failures.isEmpty(), qPrintable(ui.failures.join('\n')));
+    QVERIFY2(ui.alerts.isEmpty(), qPrintable(ui.alerts.join('\n')));
+    QCOMPARE(entriesOf(output.filePath(archive)), QStringList{listedPath(method, item)});
+  }
+
+  void aNameThatIsNotUtf8NeverBringsOtherFiles_data() {
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<bool>("inFolder");
+    for (const char* method : {"-tzip", "-t7z", "-ttar", "-tgzip", "-tbzip2", "arj", "lha"}) {
+      QTest::addRow("%s, the item", method) << QString(method) << false;
+      QTest::addRow("%s, inside the item", method) << QString(method) << true;
+    }
+  }
+  void aNameThatIsNotUtf8NeverBringsOtherFiles() {
+    QFETCH(QString, method);
+    QFETCH(bool, inFolder);
+    QTemporaryDir folder;
+    writeNeighbours(folder.path());
+    QVERIFY(QDir(folder.path()).mkdir("dir"));
+    const QByteArray raw = folder.path().toUtf8() + (inFolder ? "/dir" : "") + "/caf\xe9.txt";
+    QVERIFY(writeRawName(raw));
+    // Qt cannot name the file to remove it.
+    const auto removeRaw = qScopeGuard([&] { ::unlink(raw.constData()); });
+    // The item as the selection list holds it: the name as Qt reads it.
+    const QString item =
+        inFolder ? folder.filePath("dir")
+                 : folder.filePath(QDir(folder.path()).entryList({"caf*"}, QDir::Files).value(0));
+    QTemporaryDir output;
+    CompressionRequest job = request(method, output.filePath("out"));
+    job.items = {item};
+    ProcessToolRunner runner;
+    RecordingJobUi ui;
+    runJob(job, ui, runner);
+    const QString stored = listedPath(method, item);
+    QStringList entries;
+    for (const QString& archive : QDir(output.path()).entryList(QDir::Files))
+      entries += entriesOf(output.filePath(archive));
+    for (const QString& entry : entries)
+      QVERIFY2(entry == stored || entry.startsWith(stored + '/'), qPrintable(entry));
+    // Either the item is in the archive or the user is told why not.
+    QVERIFY(!entries.isEmpty() || !ui.failures.isEmpty() || !ui.alerts.isEmpty());
+  }
+
+  void everyItemLeavesExistingFilesAlone_data() {
+    QTest::addColumn<QString>("method");
+    // Archives already in the output folder, each made as this type.
+    QTest::addColumn<QString>("existingType");
+    QTest::addColumn<QStringList>("existing");
+    QTest::addColumn<QStringList>("items");
+    QTest::addColumn<bool>("intoItemsFolder");
+    // The new files, "#" standing for the random suffix.
+    QTest::addColumn<QStringList>("made");
+    QTest::newRow("gzip beside a tar of that name")
+        << "-tgzip"
+        << "-ttar" << QStringList{"photo.tar"} << QStringList{"photo.jpg"} << false
+        << QStringList{"photo_#.tar.gz"};
+    QTest::newRow("gzip of a tar into its own folder")
+        << "-tgzip" << QString() << QStringList() << QStringList{"data.tar"} << true
+        << QStringList{"data_#.tar.gz"};
+    QTest::newRow("bzip2 of a tar into its own folder")
+        << "-tbzip2" << QString() << QStringList() << QStringList{"data.tar"} << true
+        << QStringList{"data_#.tar.bz2"};
+    QTest::newRow("zip beside a zip of that name")
+        << "-tzip"
+        << "-tzip" << QStringList{"photo.zip"} << QStringList{"photo.jpg"} << false
+        << QStringList{"photo_#.zip"};
+    QTest::newRow("zip of a zip into its own folder")
+        << "-tzip" << QString() << QStringList() << QStringList{"data.zip"} << true
+        << QStringList{"data_#.zip"};
+    // 7za keeps a name that has a dot as it is, so "photo.tar" is the zip.
+    QTest::newRow("zip whose name keeps a dot, beside that file")
+        << "-tzip"
+        << "-tzip" << QStringList{"photo.tar"} << QStringList{"photo.tar.gz"} << false
+        << QStringList{"photo.tar_#"};
+    QTest::newRow("arj beside an archive of that name")
+        << "arj"
+        << "-tzip" << QStringList{"photo.zip"} << QStringList{"photo.jpg"} << false
+        << QStringList{"photo_#.arj"};
+    const QStringList sameBase = {"photo.jpg", "photo.png"};
+    QTest::newRow("two items, one name, zip") << "-tzip" << QString() << QStringList() << sameBase
+                                              << false << QStringList{"photo.zip", "photo_#.zip"};
+    QTest::newRow("two items, one name, 7z") << "-t7z" << QString() << QStringList() << sameBase
+                                             << false << QStringList{"photo.7z", "photo_#.7z"};
+    // Only the last tar is compressed.
+    QTest::newRow("two items, one name, gzip")
+        << "-tgzip" << QString() << QStringList() << sameBase << false
+        << QStringList{"photo.tar", "photo_#.tar.gz"};
+    QTest::newRow("two items, one name, arj") << "arj" << QString() << QStringList() << sameBase
+                                              << false << QStringList{"photo.arj", "photo_#.arj"};
+    QTest::newRow("two items, one name, lha") << "lha" << QString() << QStringList() << sameBase
+                                              << false << QStringList{"photo.lha", "photo_#.lha"};
+  }
+  void everyItemLeavesExistingFilesAlone() {
+    QFETCH(QString, method);
+    QFETCH(QString, existingType);
+    QFETCH(QStringList, existing);
+    QFETCH(QStringList, items);
+    QFETCH(bool, intoItemsFolder);
+    QFETCH(QStringList, made);
+    QTemporaryDir folder;
+    QTemporaryDir elsewhere;
+    const QString output = intoItemsFolder ? folder.path() : elsewhere.path();
+    CompressionRequest job = request(method, "unknown");
+    job.everyItem = true;
+    job.items.clear();
+    for (const QString& name : items) {
+      job.items << folder.filePath(name);
+      TestArchives::writeFile(job.items.last(), name.toUtf8());
+    }
+    TestArchives::writeFile(folder.filePath("user.txt"), "the user's own");
+    for (const QString& name : existing)
+      TestArchives::runIn(output, "7z", {"a", existingType, name, folder.filePath("user.txt")});
+    const Tree before = treeUnder(output);
+    const Tree sources = treeUnder(folder.path());
+    ProcessToolRunner runner;
+    RecordingJobUi ui;
+    ui.archivesFolder = output;
+    runJob(job, ui, runner);
+    QVERIFY2(ui.failures.isEmpty(), qPrintable(ui.failures.join('\n')));
+
+    Tree after = treeUnder(output);
+    for (auto [path, content] : before.asKeyValueRange())
+      QVERIFY2(after.contains(path) && after.take(path) == content, qPrintable(path));
+    const Tree sourcesAfter = treeUnder(folder.path());
+    for (auto [path, content] : sources.asKeyValueRange())
+      QVERIFY2(sourcesAfter.value(path) == content, qPrintable(path));
+    QStringList newFiles = after.keys();
+    QStringList stored;
+    for (const QString& pattern : made) {
+      const QRegularExpression name(QRegularExpression::anchoredPattern(
+          QRegularExpression::escape(pattern).replace("\\#", "[a-zA-Z0-9]{4}")));
+      const qsizetype at = newFiles.indexOf(name);
+      QVERIFY2(at >= 0, qPrintable(pattern + " not in " + after.keys().join(", ")));
+      for (const QString& entry : entriesOf(output + '/' + newFiles.takeAt(at)))
+        stored << QFileInfo(entry).fileName();
+    }
+    QVERIFY2(newFiles.isEmpty(), qPrintable(newFiles.join(", ")));
+    stored.sort();
+    QCOMPARE(stored, items);
+    QCOMPARE(ui.alerts, QStringList(made.filter("#").size(), kCollision));
+  }
+
   void levelAndExclusionReachTheTools_data() {
     QTest::addColumn<QString>("method");
     QTest::addColumn<QStringList>("firstRun");
@@ -225,6 +475,144 @@ class CompressionJobTest : public QObject {
     QCOMPARE(runner.runs[0].arguments, firstRun);
     QCOMPARE(QDir(runner.runs[0].directoryAtLaunch).canonicalPath(),
              QDir(output.path()).canonicalPath());
+  }
+
+  void namesReachEachToolLiterally_data() {
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("item");
+    // Each run as the tool and its arguments, %I for the item.
+    QTest::addColumn<QList<QStringList>>("runs");
+    // The name the alert refuses, when nothing runs.
+    QTest::addColumn<QString>("refused");
+    QTest::newRow("zip, ordinary")
+        << "-tzip"
+        << "out"
+        << "plain.txt" << QList<QStringList>{{"7za", "a", "-tzip", "out.zip", "%I", "-mx9", "-ssc"}}
+        << QString();
+    QTest::newRow("zip, wildcard item")
+        << "-tzip"
+        << "out"
+        << "a*"
+        << QList<QStringList>{{"7za", "a", "-spd", "-tzip", "out.zip", "%I", "-mx9", "-ssc"}}
+        << QString();
+    QTest::newRow("zip, switch-like archive")
+        << "-tzip"
+        << "-out"
+        << "plain.txt"
+        << QList<QStringList>{{"7za", "a", "-tzip", "./-out.zip", "%I", "-mx9", "-ssc"}}
+        << QString();
+    QTest::newRow("gzip, ordinary")
+        << "-tgzip"
+        << "out"
+        << "plain.txt"
+        << QList<QStringList>{{"7za", "a", "-ttar", "out.tar", "%I", "-ssc"},
+                              {"7za", "a", "-tgzip", "out.tar.gz", "out.tar", "-mx9", "-ssc"}}
+        << QString();
+    QTest::newRow("gzip, list-file archive, wildcard item")
+        << "-tgzip"
+        << "@out"
+        << "?"
+        << QList<QStringList>{{"7za", "a", "-spd", "-ttar", "./@out.tar", "%I", "-ssc"},
+                              {"7za", "a", "-tgzip", "./@out.tar.gz", "./@out.tar", "-mx9", "-ssc"}}
+        << QString();
+    QTest::newRow("rar, ordinary")
+        << "rar"
+        << "out"
+        << "plain.txt" << QList<QStringList>{{"r", "a", "out.rar", "%I", "-m5", "-ep1"}}
+        << QString();
+    QTest::newRow("rar, list-file archive")
+        << "rar"
+        << "@out"
+        << "plain.txt" << QList<QStringList>{{"r", "a", "./@out.rar", "%I", "-m5", "-ep1"}}
+        << QString();
+    QTest::newRow("rar, wildcard item") << "rar"
+                                        << "out"
+                                        << "a*" << QList<QStringList>{} << "%I";
+    QTest::newRow("rar, wildcard archive") << "rar"
+                                           << "out*"
+                                           << "plain.txt" << QList<QStringList>{} << "out*.rar";
+    QTest::newRow("arj, ordinary")
+        << "arj"
+        << "out"
+        << "plain.txt" << QList<QStringList>{{"arj", "a", "-y", "-m4", "-r", "out.arj", "%I"}}
+        << QString();
+    QTest::newRow("arj, list-file archive")
+        << "arj"
+        << "!out"
+        << "plain.txt" << QList<QStringList>{{"arj", "a", "-y", "-m4", "-r", "./!out.arj", "%I"}}
+        << QString();
+    QTest::newRow("arj, wildcard item") << "arj"
+                                        << "out"
+                                        << "?" << QList<QStringList>{} << "%I";
+    QTest::newRow("lha, ordinary")
+        << "lha"
+        << "out"
+        << "plain.txt" << QList<QStringList>{{"lha", "a", "-o7", "out.lha", "%I"}} << QString();
+    QTest::newRow("lha, wildcard item and switch-like archive")
+        << "lha"
+        << "-out"
+        << "*" << QList<QStringList>{{"lha", "a", "-o7", "./-out.lha", "%I"}} << QString();
+  }
+  void namesReachEachToolLiterally() {
+    QFETCH(QString, method);
+    QFETCH(QString, output);
+    QFETCH(QString, item);
+    QFETCH(QList<QStringList>, runs);
+    QFETCH(QString, refused);
+    QTemporaryDir folder;
+    CompressionRequest job = request(method, folder.filePath(output));
+    job.settings.useLevel(*JobSettings::levelAt(5));
+    job.items = {sources_.filePath(item)};
+    FakeToolRunner runner;
+    RecordingJobUi ui;
+    runJob(job, ui, runner);
+    QCOMPARE(runner.runs.size(), runs.size());
+    for (qsizetype i = 0; i < runs.size(); ++i) {
+      runs[i].replaceInStrings("%I", job.items[0]);
+      QCOMPARE(runner.runs[i].tool(), runs[i].takeFirst());
+      QCOMPARE(runner.runs[i].arguments, runs[i]);
+    }
+    if (!refused.isEmpty()) {
+      const LiteralNames::Refusal refusal =
+          LiteralNames::refusalOf(refused.replace("%I", job.items[0]));
+      QCOMPARE(ui.alerts, QStringList{refusal.title + ": " + refusal.message});
+      QVERIFY(ui.calls.contains("stop spin"));
+    }
+  }
+
+  void aProtectedJobRefusesAWildcardForRar() {
+    QTemporaryDir output;
+    CompressionRequest job = request("rar", output.filePath("out"));
+    job.items = {sources_.filePath("a*")};
+    job.passwordProtected = true;
+    job.password = job.passwordConfirmation = "abc";
+    FakeToolRunner runner;
+    RecordingJobUi ui;
+    runJob(job, ui, runner);
+    QVERIFY(runner.runs.isEmpty());
+    QCOMPARE(ui.alerts.size(), 1);
+    QVERIFY(ui.alerts[0].startsWith(LiteralNames::refusalOf(job.items[0]).title));
+    QCOMPARE(ui.calls.last(), QString("hide compressing window"));
+  }
+
+  void aProtectedJobOfEveryItemAddsToNoExistingArchive() {
+    QTemporaryDir output;
+    TestArchives::writeFile(output.filePath("unknown.zip"), "the user's own");
+    CompressionRequest job = request("-tzip", "unknown");
+    job.everyItem = true;
+    job.passwordProtected = true;
+    job.password = job.passwordConfirmation = "abc";
+    FakeToolRunner runner;
+    RecordingJobUi ui;
+    ui.archivesFolder = output.path();
+    runJob(job, ui, runner);
+    QCOMPARE(runner.runs.size(), 2);
+    const QString name = runner.runs[0].arguments.value(3);
+    QVERIFY2(QRegularExpression("^unknown_[a-zA-Z0-9]{4}\\.zip$").match(name).hasMatch(),
+             qPrintable(name));
+    QCOMPARE(runner.runs[1].arguments.value(3), name);
+    QCOMPARE(ui.alerts, QStringList{kCollision});
   }
 
   void passwordsProtectZipAnd7z_data() {
