@@ -2,6 +2,7 @@
 
 #include "create/JobUi.h"
 #include "create/TreeCopy.h"
+#include "engine/ArchiveCommands.h"
 #include "engine/LiteralNames.h"
 #include "engine/PathText.h"
 #include "engine/ToolLeftovers.h"
@@ -168,8 +169,9 @@ void CompressionJob::compressUnprotected() {
     eachRow([this](const QString& item) {
       if (request_.everyItem)
         archiveName_ = itemArchiveName(item, QStringLiteral(".arj"));
-      runTool(ToolLocations::arj(),
-              {"a", "-y", settings_.arjCompressionLevel, "-r", fileArgument(archiveName_), item});
+      runTool(ToolLocations::arj(), QStringList{"a", "-y", settings_.arjCompressionLevel} +
+                                        ArchiveCommands::arjRecursion(item) +
+                                        QStringList{fileArgument(archiveName_), item});
     });
   } else if (method == JobSettings::kLha) {
     eachRow([this](const QString& item) {

@@ -5,6 +5,8 @@
 #include "engine/PathText.h"
 #include "engine/ToolLocations.h"
 
+#include <QFileInfo>
+
 namespace ArchiveCommands {
 namespace {
 
@@ -80,6 +82,12 @@ ToolRun test(const Archive& archive, const QString& passwordSwitch) {
   return sevenZip({QStringLiteral("t"), passwordSwitch}, {archive.path});
 }
 
+QStringList arjRecursion(const QString& item) {
+  // With "-r" arj takes a file's name as a pattern for every folder below
+  // it and adds same-named files the user did not choose.
+  return QFileInfo(item).isFile() ? QStringList{} : QStringList{QStringLiteral("-r")};
+}
+
 QString firstArjVolume(const QString& archivePath) {
   return PathText::deletingPathExtension(archivePath) + QStringLiteral(".a01");
 }
@@ -113,7 +121,8 @@ ToolRun add(const Archive& archive, const QString& item) {
   if (type == ArchiveType::Rar)
     run = {ToolLocations::rarCompressor(), {"a", name, file, "-ep1"}};
   else if (type == ArchiveType::Arj)
-    run = {ToolLocations::arj(), {"a", "-y", "-r", name, file}};
+    run = {ToolLocations::arj(),
+           QStringList{"a", "-y"} + arjRecursion(item) + QStringList{name, file}};
   else if (type == ArchiveType::Lha)
     run = {ToolLocations::lha(), {"a", name, file}};
   else

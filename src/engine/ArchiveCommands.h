@@ -39,6 +39,10 @@ inline constexpr char kLhaSkipAnswer[] = "s\n";
 ToolRun extractEntry(const Archive& archive, const QString& entry, const QString& folder,
                      const QString& password);
 ToolRun test(const Archive& archive, const QString& passwordSwitch);
+// arj's "-r" for an item: folders are added with what they hold; a file
+// goes without it, which would add same-named files from the folders below.
+QStringList arjRecursion(const QString& item);
+
 // The volume that follows an arj archive: "x.a01" beside "x.arj".
 QString firstArjVolume(const QString& archivePath);
 // arj's own test of every volume, which 7-Zip cannot read.

@@ -64,7 +64,9 @@ void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
   const ArchiveCommands::Archive target{archive.archivetype, archive.filepath};
   if (context_.refusesName(ArchiveCommands::unsafeName(
           target, ArchiveCommands::deleteEntry(target, QString(), archive.archivePass).program,
-          names)))
+          names)) ||
+      (archive.archivetype != ArchiveType::Lha &&
+       context_.refusesListedNames(archive.filepath, archive.archivePass, names)))
     return;
   context_.ui.loadingArchiveListingLoader->show();
   QString report = QStringLiteral("Items deleted:\n");

@@ -1,6 +1,8 @@
 #include "engine/EngineContext.h"
 
 #include "app/Dialogs.h"
+#include "engine/EntriesModel.h"
+#include "engine/ListedNames.h"
 #include "engine/LiteralNames.h"
 #include "engine/MainWindowUi.h"
 #include "engine/PasswordPanel.h"
@@ -29,5 +31,18 @@ bool EngineContext::refusesName(const QString& name) const {
     return false;
   const LiteralNames::Refusal refusal = LiteralNames::refusalOf(name);
   dialogs.alert(refusal.title, refusal.message, QStringLiteral("OK"));
+  return true;
+}
+
+bool EngineContext::refusesListedNames(const QString& archive, const QString& passwordSwitch,
+                                       const QStringList& chosen) const {
+  QStringList allNames;
+  for (const ArchiveEntry& entry : ui.oppenedArchiveArrayController->entries())
+    allNames << entry.name;
+  const QString name =
+      ListedNames::firstAmbiguous(runner, archive, passwordSwitch, allNames, chosen);
+  if (name.isEmpty())
+    return false;
+  dialogs.alert(ListedNames::title(), ListedNames::message(name), QStringLiteral("OK"));
   return true;
 }

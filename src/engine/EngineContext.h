@@ -25,4 +25,8 @@ struct EngineContext {
   // True, after an alert naming it, when a tool would read the name as a
   // pattern or a list file (LiteralNames); false for an empty name.
   bool refusesName(const QString& name) const;
+  // True, after an alert, when one of the chosen rows' names may not be its
+  // entry's own name (ListedNames).
+  bool refusesListedNames(const QString& archive, const QString& passwordSwitch,
+                          const QStringList& chosen) const;
 };

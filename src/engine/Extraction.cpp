@@ -148,13 +148,13 @@ void Extraction::btnExtractSelected() {
   QStringList names;
   for (const QModelIndex& row : selected)
     names << entries[row.row()].name;
+  const QString passwordSwitch = password.isEmpty() ? QString() : QStringLiteral("-p") + password;
+  if (extracts && context_.refusesListedNames(archive.filepath, passwordSwitch, names))
+    return;
   // Each run answers every question with yes, so existing files are replaced.
-  if (extracts && !guard({{type, archive.filepath},
-                          destination,
-                          password.isEmpty() ? QString() : QStringLiteral("-p") + password,
-                          true,
-                          archive.encrypted,
-                          names}))
+  if (extracts &&
+      !guard(
+          {{type, archive.filepath}, destination, passwordSwitch, true, archive.encrypted, names}))
     return;
 
   showDialog();
