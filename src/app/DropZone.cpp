@@ -1,8 +1,8 @@
 #include "app/DropZone.h"
 
-#include "app/Dialogs.h"
-#include "app/PreferencesStore.h"
-#include "engine/ResourceIcons.h"
+#include "platform/Dialogs.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ResourceIcons.h"
 
 #include <QDragEnterEvent>
 #include <QLabel>

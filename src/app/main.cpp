@@ -1,9 +1,9 @@
+#include "app/Engine.h"
 #include "app/HeadlessListing.h"
-#include "app/QtDesktop.h"
-#include "app/QtDialogs.h"
-#include "engine/Engine.h"
-#include "engine/ProcessToolRunner.h"
-#include "engine/ResourceIcons.h"
+#include "platform/ProcessToolRunner.h"
+#include "platform/QtDesktop.h"
+#include "platform/QtDialogs.h"
+#include "platform/ResourceIcons.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

@@ -1,14 +1,14 @@
 #include "create/ArchiveCreation.h"
 
-#include "app/Dialogs.h"
-#include "app/PreferencesStore.h"
 #include "create/CompressingWindow.h"
 #include "create/CreateArchiveListView.h"
 #include "create/CreateArchiveWindow.h"
 #include "create/CreateTab.h"
 #include "create/SelectionListModel.h"
 #include "engine/ToolLocations.h"
-#include "engine/ToolRunner.h"
+#include "platform/Dialogs.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ToolRunner.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -237,4 +237,23 @@ void ArchiveCreation::uploadFileToFTP(const QString&) {}
 
 void ArchiveCreation::reportFailure(const QString& message) {
   onGuiThread([this, message] { widgets_.mainWindow->statusBar()->showMessage(message); }, false);
+}
+
+void ArchiveCreation::leaveCreation() {
+  createArchiveWindow_->hide();
+  JobSettings::shared().splitVolumesSize = QStringLiteral("-v");
+}
+
+void ArchiveCreation::showAdding(const QString& archiveName, int count) {
+  setCompressingArchiveName(archiveName);
+  showCompressingWindow();
+  setProgressRange(count, 0);
+}
+
+void ArchiveCreation::setAdded(int done) {
+  setProgressValue(done);
+}
+
+void ArchiveCreation::hideAdding() {
+  hideCompressingWindow();
 }

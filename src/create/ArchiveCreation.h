@@ -2,6 +2,7 @@
 
 #include "create/CompressionJob.h"
 #include "create/JobUi.h"
+#include "engine/AddingWindows.h"
 
 #include <QObject>
 #include <QPointer>
@@ -23,8 +24,9 @@ class ToolRunner;
 // Making a new archive from the create-archive tab: asks where it goes,
 // shows the options, and runs the compression job on a worker thread. The
 // job reaches the windows only through JobUi, which this class carries
-// over to the GUI thread.
-class ArchiveCreation : public QObject, public JobUi {
+// over to the GUI thread. Its windows also show files being added to the
+// open archive.
+class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   Q_OBJECT
 
  public:
@@ -66,6 +68,12 @@ class ArchiveCreation : public QObject, public JobUi {
   QString chooseArchivesFolder() override;
   void uploadFileToFTP(const QString& archiveName) override;
   void reportFailure(const QString& message) override;
+
+  // AddingWindows
+  void leaveCreation() override;
+  void showAdding(const QString& archiveName, int count) override;
+  void setAdded(int done) override;
+  void hideAdding() override;
 
  signals:
   void jobFinished();

@@ -8,7 +8,7 @@
 #include "engine/ToolLeftovers.h"
 #include "engine/ToolLocations.h"
 #include "engine/ToolProblem.h"
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QDir>
 #include <QDirIterator>

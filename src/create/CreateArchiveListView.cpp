@@ -1,10 +1,10 @@
 #include "create/CreateArchiveListView.h"
 
-#include "app/Desktop.h"
-#include "app/Dialogs.h"
-#include "app/PreferencesStore.h"
 #include "create/FolderSize.h"
 #include "create/SelectionListModel.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/PreferencesStore.h"
 
 #include <QAction>
 #include <QDir>

@@ -1,10 +1,10 @@
 #include "create/CreateArchiveWindow.h"
-#include "app/WindowPlacement.h"
+#include "platform/WindowPlacement.h"
 
-#include "app/PreferencesStore.h"
 #include "create/CreateHelp.h"
 #include "create/JobSettings.h"
-#include "engine/ResourceIcons.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ResourceIcons.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>

@@ -1,6 +1,6 @@
 #include "create/CreateHelp.h"
 
-#include "app/WindowPlacement.h"
+#include "platform/WindowPlacement.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>

@@ -1,7 +1,7 @@
 #include "create/CreateTab.h"
 
 #include "create/CreateArchiveListView.h"
-#include "engine/ResourceIcons.h"
+#include "platform/ResourceIcons.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #include "create/FolderSize.h"
 
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 #include "create/JobSettings.h"
 
-#include "app/PreferencesStore.h"
+#include "platform/PreferencesStore.h"
 
 #include <array>
 

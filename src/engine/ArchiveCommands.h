@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QString>
 

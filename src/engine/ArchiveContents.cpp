@@ -2,7 +2,7 @@
 
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveType.h"
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QRegularExpression>
 

@@ -1,11 +1,6 @@
 #include "engine/ArchiveEditing.h"
 
-#include "app/Dialogs.h"
-#include "app/WindowPlacement.h"
-#include "create/ArchiveCreation.h"
-#include "create/CompressingWindow.h"
-#include "create/CreateArchiveWindow.h"
-#include "create/JobSettings.h"
+#include "engine/AddingWindows.h"
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveOpener.h"
 #include "engine/ArchiveType.h"
@@ -14,10 +9,10 @@
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
 #include "engine/ToolLeftovers.h"
+#include "platform/Dialogs.h"
 
 #include <QAction>
 #include <QItemSelectionModel>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPlainTextEdit>
@@ -30,9 +25,9 @@ constexpr int kPanelOk = 1;
 
 }  // namespace
 
-ArchiveEditing::ArchiveEditing(const EngineContext& context, ArchiveCreation& creation,
+ArchiveEditing::ArchiveEditing(const EngineContext& context, AddingWindows& windows,
                                QObject* parent)
-    : QObject(parent), context_(context), creation_(creation) {
+    : QObject(parent), context_(context), windows_(windows) {
   connect(context.ui.btnDeleteSelectedFilesFromArchive, &QAction::triggered, this,
           &ArchiveEditing::btnDeleteSelectedFilesFromArchive);
   connect(context.ui.addFilesToArchive, &QAction::triggered, this,
@@ -101,11 +96,9 @@ void ArchiveEditing::addFilesToArchive() {
 void ArchiveEditing::updateArchive(const QStringList& sheet, int returnCode) {
   if (returnCode != kPanelOk || sheet.isEmpty())
     return;
-  creation_.createArchiveWindow()->hide();
+  windows_.leaveCreation();
   const OpenedArchive& archive = context_.opener.archive();
   const QString name = PathText::lastPathComponent(archive.filepath);
-  // The volume size chosen for a new archive does not carry over.
-  JobSettings::shared().splitVolumesSize = QStringLiteral("-v");
   const QString& type = archive.archivetype;
   if (type == ArchiveType::Bzip2 || type == u"gzip") {
     context_.dialogs.alert(QStringLiteral("Archive not supported."),
@@ -117,29 +110,20 @@ void ArchiveEditing::updateArchive(const QStringList& sheet, int returnCode) {
   if (context_.refusesName(ArchiveCommands::unsafeName(
           target, ArchiveCommands::add(target, QString()).program, sheet)))
     return;
-  CompressingWindow* window = creation_.compressingWindow();
-  window->compressingArchiveName()->setText(name);
   context_.ui.loadingArchiveListingLoader->show();
-  if (!window->isVisible())
-    WindowPlacement::centreAndShow(window);
+  windows_.showAdding(name, static_cast<int>(sheet.size()));
   if (type == ArchiveType::Rar)
     context_.ui.fileContentView->setPlainText(
         QStringLiteral("Compressing to rar... Please wait...\n\n"));
-  QProgressBar* progress = window->compressingLoader();
-  progress->setRange(0, static_cast<int>(sheet.size()));
-  progress->setValue(0);
   int done = 0;
   for (const QString& item : sheet) {
     const ToolLeftovers leftovers(archive.filepath);
     if (!context_.runReported(ArchiveCommands::add(target, item)).succeeded())
       leftovers.removeNew();
-    progress->setValue(++done);
+    windows_.setAdded(++done);
   }
   refreshSize();
-  window->hide();
-  progress->setRange(0, 1);
-  progress->setValue(0);
-  window->compressingWindowStatus()->setText(QStringLiteral("Compressing..."));
+  windows_.hideAdding();
   context_.opener.fillListBoxWithArchiveContent();
   context_.ui.loadingArchiveListingLoader->hide();
 }

@@ -4,7 +4,7 @@
 
 #include <QObject>
 
-class ArchiveCreation;
+class AddingWindows;
 
 // Changing the open archive in place: deleting the selected entries and
 // adding files and folders, re-listing it afterwards.
@@ -12,8 +12,7 @@ class ArchiveEditing : public QObject {
   Q_OBJECT
 
  public:
-  ArchiveEditing(const EngineContext& context, ArchiveCreation& creation,
-                 QObject* parent = nullptr);
+  ArchiveEditing(const EngineContext& context, AddingWindows& windows, QObject* parent = nullptr);
 
   void btnDeleteSelectedFilesFromArchive();
   void addFilesToArchive();
@@ -23,5 +22,5 @@ class ArchiveEditing : public QObject {
   void refreshSize();
 
   EngineContext context_;
-  ArchiveCreation& creation_;
+  AddingWindows& windows_;
 };

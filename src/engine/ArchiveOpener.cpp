@@ -1,6 +1,5 @@
 #include "engine/ArchiveOpener.h"
 
-#include "app/PreferencesStore.h"
 #include "engine/ArchiveChecksum.h"
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveType.h"
@@ -14,6 +13,7 @@
 #include "engine/listing/OutputSearch.h"
 #include "engine/listing/RarListing.h"
 #include "engine/listing/SltListing.h"
+#include "platform/PreferencesStore.h"
 
 #include <QDir>
 

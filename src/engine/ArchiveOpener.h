@@ -1,9 +1,9 @@
 #pragma once
 
 #include "engine/OpenedArchive.h"
-#include "engine/ToolRunner.h"
 #include "engine/listing/LhaListing.h"
 #include "engine/listing/SltListing.h"
+#include "platform/ToolRunner.h"
 
 #include <optional>
 

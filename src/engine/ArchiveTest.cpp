@@ -1,11 +1,11 @@
 #include "engine/ArchiveTest.h"
 
-#include "app/Dialogs.h"
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveOpener.h"
 #include "engine/ArchiveType.h"
 #include "engine/MainWindowUi.h"
 #include "engine/TestReport.h"
+#include "platform/Dialogs.h"
 
 #include <QAction>
 #include <QFileInfo>

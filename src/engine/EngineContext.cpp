@@ -1,12 +1,12 @@
 #include "engine/EngineContext.h"
 
-#include "app/Dialogs.h"
 #include "engine/EntriesModel.h"
 #include "engine/ListedNames.h"
 #include "engine/LiteralNames.h"
 #include "engine/MainWindowUi.h"
 #include "engine/PasswordPanel.h"
 #include "engine/ToolProblem.h"
+#include "platform/Dialogs.h"
 
 #include <QLineEdit>
 #include <QMainWindow>

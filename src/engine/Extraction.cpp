@@ -1,10 +1,5 @@
 #include "engine/Extraction.h"
 
-#include "app/Desktop.h"
-#include "app/Dialogs.h"
-#include "app/DropZone.h"
-#include "app/PreferencesStore.h"
-#include "app/WindowPlacement.h"
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveOpener.h"
 #include "engine/ArchiveType.h"
@@ -14,10 +9,15 @@
 #include "engine/MainWindowUi.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/PreferencesStore.h"
+#include "platform/WindowPlacement.h"
 
 #include <QCheckBox>
 #include <QDateTime>
 #include <QDir>
+#include <QDockWidget>
 #include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "engine/ExtractionDialog.h"
 
-#include "engine/ResourceIcons.h"
+#include "platform/ResourceIcons.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>

@@ -7,7 +7,7 @@
 #include "engine/PasswordCheck.h"
 #include "engine/TestReport.h"
 #include "engine/ToolLocations.h"
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -3,7 +3,7 @@
 #include "engine/ArchiveContents.h"
 #include "engine/LiteralNames.h"
 #include "engine/ToolLocations.h"
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QSet>
 

@@ -1,7 +1,5 @@
 #pragma once
 
-class Dialogs;
-class DropZone;
 class EntriesModel;
 class QAction;
 class QCheckBox;
@@ -15,10 +13,10 @@ class QProgressBar;
 class QTabWidget;
 class QTableView;
 class QWidget;
-class CreateTab;
 
-// The widgets of the main window, built in one place; their object names
-// are the names the rest of Quillet and its tests know them by.
+// The widgets of the main window that the archive operations drive. The
+// shell builds the window (app/MainWindowBuilder); their object names are
+// the names the rest of Quillet and its tests know them by.
 struct MainWindowUi {
   QMainWindow* mainWindow = nullptr;
   QTabWidget* tabContainer = nullptr;
@@ -56,9 +54,6 @@ struct MainWindowUi {
   QAction* aboutAction = nullptr;
   QAction* btnExpandArchiveFilePreview = nullptr;
 
-  CreateTab* createTab = nullptr;
-  DropZone* dropZone = nullptr;
+  QDockWidget* dropZone = nullptr;
   QDockWidget* drawerObject = nullptr;
-
-  static MainWindowUi build(Dialogs& dialogs, CreateTab* createTab);
 };

@@ -2,7 +2,7 @@
 
 #include "engine/TestReport.h"
 #include "engine/ToolLocations.h"
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QStringList>
 

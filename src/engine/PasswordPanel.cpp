@@ -1,8 +1,8 @@
 #include "engine/PasswordPanel.h"
 
-#include "engine/ResourceIcons.h"
+#include "platform/ResourceIcons.h"
 
-#include "app/WindowPlacement.h"
+#include "platform/WindowPlacement.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>

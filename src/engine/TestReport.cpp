@@ -1,6 +1,6 @@
 #include "engine/TestReport.h"
 
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QHash>
 

@@ -1,14 +1,14 @@
 #include "FakeDesktop.h"
 #include "FakeDialogs.h"
-#include "app/PreferencesStore.h"
+#include "app/Engine.h"
 #include "create/ArchiveCreation.h"
 #include "create/CompressingWindow.h"
 #include "create/CreateArchiveListView.h"
 #include "create/CreateArchiveWindow.h"
 #include "create/CreateTab.h"
 #include "create/JobSettings.h"
-#include "engine/Engine.h"
-#include "engine/ProcessToolRunner.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ProcessToolRunner.h"
 #include "support/TestArchives.h"
 
 #include <QAction>
@@ -83,7 +83,7 @@ class ArchiveCreationTest : public QObject {
 
   void theSavePanelProposesUntitledOnTheDesktop() {
     Window window;
-    window.engine.ui().createTab->list()->addFiles({fileNamed("a.txt", "a")});
+    window.engine.createTab()->list()->addFiles({fileNamed("a.txt", "a")});
     window.creation()->btnCreateAction();
     QCOMPARE(window.dialogs.savePanels.size(), 1);
     QCOMPARE(window.dialogs.savePanels[0].fileName, QString("untitled"));
@@ -99,9 +99,9 @@ class ArchiveCreationTest : public QObject {
 
   void everyItemDisablesSplitAndSfxWithoutUnchecking() {
     Window window;
-    window.engine.ui().createTab->list()->addFiles({fileNamed("a.txt", "a")});
+    window.engine.createTab()->list()->addFiles({fileNamed("a.txt", "a")});
     window.find<QCheckBox>("chkSplitToVolumes")->click();
-    window.engine.ui().createTab->chkEveryItemNewArchive()->click();
+    window.engine.createTab()->chkEveryItemNewArchive()->click();
     window.creation()->btnCreateAction();
     QCOMPARE(window.creation()->itemToCompress(), QString("unknown"));
     QCOMPARE(window.options()->selectionForCompression()->text(), QString("unknown"));
@@ -160,7 +160,7 @@ class ArchiveCreationTest : public QObject {
     Window window;
     window.engine.ui().mainWindow->show();
     const QString file = fileNamed("report final.txt", "the report\n");
-    window.engine.ui().createTab->list()->addFiles({file});
+    window.engine.createTab()->list()->addFiles({file});
     window.dialogs.saveAnswers << work_.filePath("made");
     window.creation()->btnCreateAction();
     window.find<QToolButton>("btn7zCompression")->click();
@@ -178,7 +178,7 @@ class ArchiveCreationTest : public QObject {
   void aPasswordMismatchLeavesTheWindowUp() {
     Window window;
     window.engine.ui().mainWindow->show();
-    window.engine.ui().createTab->list()->addFiles({fileNamed("b.txt", "b")});
+    window.engine.createTab()->list()->addFiles({fileNamed("b.txt", "b")});
     window.dialogs.saveAnswers << work_.filePath("never");
     window.creation()->btnCreateAction();
     window.find<QCheckBox>("chkPasswordProtected")->click();
@@ -205,8 +205,7 @@ class ArchiveCreationTest : public QObject {
 
     Window window;
     window.engine.ui().mainWindow->show();
-    window.engine.ui().createTab->list()->addFiles(
-        {fileNamed("c.txt", "c"), fileNamed("d.txt", "d")});
+    window.engine.createTab()->list()->addFiles({fileNamed("c.txt", "c"), fileNamed("d.txt", "d")});
     window.dialogs.saveAnswers << work_.filePath("cancelled");
     window.creation()->btnCreateAction();
     QSignalSpy finished(window.creation(), &ArchiveCreation::jobFinished);

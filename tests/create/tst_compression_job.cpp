@@ -2,8 +2,8 @@
 #include "RecordingJobUi.h"
 #include "create/CompressionJob.h"
 #include "engine/LiteralNames.h"
-#include "engine/ProcessToolRunner.h"
 #include "engine/ToolLocations.h"
+#include "platform/ProcessToolRunner.h"
 #include "support/TestArchives.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
-#include "app/PreferencesStore.h"
 #include "create/CompressionJob.h"
 #include "create/CreateOptions.h"
 #include "create/JobSettings.h"
+#include "platform/PreferencesStore.h"
 
 #include <QTest>
 

@@ -1,12 +1,12 @@
 #include "FakeDesktop.h"
 #include "FakeDialogs.h"
 #include "FakeToolRunner.h"
-#include "app/PreferencesStore.h"
-#include "app/QtDesktop.h"
 #include "create/CreateArchiveListView.h"
 #include "create/FolderSize.h"
 #include "create/SelectionListModel.h"
-#include "engine/ProcessToolRunner.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ProcessToolRunner.h"
+#include "platform/QtDesktop.h"
 #include "support/TestArchives.h"
 
 #include <QApplication>

@@ -1,10 +1,10 @@
 #include "FakeToolRunner.h"
-#include "app/PreferencesStore.h"
+#include "app/Engine.h"
 #include "create/JobSettings.h"
 #include "engine/ArchiveEditing.h"
-#include "engine/Engine.h"
 #include "engine/EntriesModel.h"
-#include "engine/ProcessToolRunner.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ProcessToolRunner.h"
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 

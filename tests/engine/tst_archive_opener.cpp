@@ -1,7 +1,7 @@
 #include "FakeToolRunner.h"
-#include "app/PreferencesStore.h"
 #include "engine/ArchiveOpener.h"
 #include "engine/OpeningWindow.h"
+#include "platform/PreferencesStore.h"
 #include "support/TestArchives.h"
 
 #include <QDir>

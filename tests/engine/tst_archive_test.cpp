@@ -1,10 +1,10 @@
 #include "FakeToolRunner.h"
-#include "app/PreferencesStore.h"
+#include "app/Engine.h"
 #include "engine/ArchiveTest.h"
-#include "engine/Engine.h"
 #include "engine/PasswordPanel.h"
-#include "engine/ProcessToolRunner.h"
 #include "engine/TestReport.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ProcessToolRunner.h"
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 

@@ -1,10 +1,10 @@
-#include "app/PreferencesStore.h"
-#include "engine/Engine.h"
+#include "app/Engine.h"
 #include "engine/EntriesModel.h"
 #include "engine/Extraction.h"
 #include "engine/ExtractionDialog.h"
 #include "engine/PasswordPanel.h"
-#include "engine/ProcessToolRunner.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ProcessToolRunner.h"
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 

@@ -1,8 +1,8 @@
-#include "app/PreferencesStore.h"
 #include "engine/ArchiveOpener.h"
 #include "engine/OpeningWindow.h"
-#include "engine/ProcessToolRunner.h"
 #include "engine/SizeText.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ProcessToolRunner.h"
 #include "support/TestArchives.h"
 
 #include <QDir>

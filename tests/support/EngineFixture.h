@@ -2,7 +2,7 @@
 
 #include "FakeDesktop.h"
 #include "FakeDialogs.h"
-#include "engine/Engine.h"
+#include "app/Engine.h"
 #include "engine/EntriesModel.h"
 #include "engine/PasswordPanel.h"
 

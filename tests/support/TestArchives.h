@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/ToolRunner.h"
 #include "engine/listing/EntryIcons.h"
+#include "platform/ToolRunner.h"
 
 #include <QByteArray>
 #include <QMap>

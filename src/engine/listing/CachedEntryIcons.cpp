@@ -1,8 +1,8 @@
 #include "engine/listing/CachedEntryIcons.h"
 
-#include "app/Desktop.h"
 #include "engine/PathText.h"
-#include "engine/ResourceIcons.h"
+#include "platform/Desktop.h"
+#include "platform/ResourceIcons.h"
 
 QIcon CachedEntryIcons::forName(const QString& name) {
   if (name.contains(u".app", Qt::CaseInsensitive)) {

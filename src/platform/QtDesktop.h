@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Desktop.h"
+#include "platform/Desktop.h"
 
 // The freedesktop services through Qt and xdg-open.
 class QtDesktop : public Desktop {

@@ -1,4 +1,4 @@
-#include "engine/ToolRunner.h"
+#include "platform/ToolRunner.h"
 
 #include <QList>
 

@@ -1,6 +1,6 @@
-#include "engine/ProcessToolRunner.h"
+#include "platform/ProcessToolRunner.h"
 
-#include "engine/ChildProcess.h"
+#include "platform/ChildProcess.h"
 
 #include <QDir>
 #include <QEventLoop>

@@ -1,6 +1,6 @@
-#include "engine/ProcessToolRunner.h"
 #include "engine/ToolLocations.h"
 #include "engine/ToolProblem.h"
+#include "platform/ProcessToolRunner.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include "engine/ResourceIcons.h"
+#include "platform/ResourceIcons.h"
 
 namespace ResourceIcons {
 

@@ -1,9 +1,6 @@
-#include "engine/Engine.h"
+#include "app/Engine.h"
 
-#include "app/Desktop.h"
-#include "app/Dialogs.h"
-#include "app/DropZone.h"
-#include "app/PreferencesStore.h"
+#include "app/MainWindowBuilder.h"
 #include "create/ArchiveCreation.h"
 #include "create/CreateTab.h"
 #include "create/JobSettings.h"
@@ -13,7 +10,10 @@
 #include "engine/EntriesModel.h"
 #include "engine/Extraction.h"
 #include "engine/PasswordPanel.h"
-#include "engine/ResourceIcons.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ResourceIcons.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -43,13 +43,14 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
                QObject* parent)
     : QObject(parent),
       dialogs_(dialogs),
-      ui_(MainWindowUi::build(dialogs, new CreateTab(runner, dialogs, desktop))),
+      createTab_(new CreateTab(runner, dialogs, desktop)),
+      ui_(buildMainWindow(dialogs, createTab_)),
       enterPasswordDlg_(new PasswordPanel(ui_.mainWindow)),
       icons_(desktop),
       opener_(runner, icons_, *this) {
   JobSettings::shared().init();
   creation_ = new ArchiveCreation(
-      jobRunner, dialogs, {ui_.mainWindow, ui_.createTab, ui_.fileContentView, ui_.compressionSpin},
+      jobRunner, dialogs, {ui_.mainWindow, createTab_, ui_.fileContentView, ui_.compressionSpin},
       this);
   const EngineContext context{runner, dialogs, desktop, opener_, ui_, enterPasswordDlg_};
   extraction_ = new Extraction(context, this);

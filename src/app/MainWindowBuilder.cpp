@@ -1,10 +1,10 @@
-#include "engine/MainWindowUi.h"
+#include "app/MainWindowBuilder.h"
 
 #include "app/DropZone.h"
-#include "app/PreferencesStore.h"
 #include "create/CreateTab.h"
 #include "engine/EntriesModel.h"
-#include "engine/ResourceIcons.h"
+#include "platform/PreferencesStore.h"
+#include "platform/ResourceIcons.h"
 
 #include <QAction>
 #include <QApplication>
@@ -297,7 +297,7 @@ void buildSidePanels(MainWindowUi& ui, Dialogs& dialogs) {
 
 }  // namespace
 
-MainWindowUi MainWindowUi::build(Dialogs& dialogs, CreateTab* createTab) {
+MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab) {
   MainWindowUi ui;
   ui.mainWindow = named(new QMainWindow, "mainWindow");
   ui.mainWindow->setWindowTitle(QStringLiteral("Quillet"));
@@ -307,7 +307,6 @@ MainWindowUi MainWindowUi::build(Dialogs& dialogs, CreateTab* createTab) {
   ui.tabContainer = named(new QTabWidget, "tabContainer");
   ui.tabContainer->setDocumentMode(true);
   ui.tabContainer->addTab(buildArchiveTab(ui), QObject::tr("Archive"));
-  ui.createTab = createTab;
   ui.tabContainer->addTab(createTab, QObject::tr("Create"));
   ui.tabContainer->addTab(placeholderTab(QObject::tr("Backup is not available yet.")),
                           QObject::tr("Backup"));

@@ -11,6 +11,7 @@
 class ArchiveCreation;
 class ArchiveEditing;
 class ArchiveTest;
+class CreateTab;
 class Extraction;
 class Desktop;
 class Dialogs;
@@ -30,6 +31,7 @@ class Engine : public QObject, public OpeningWindow {
   ~Engine() override;
 
   const MainWindowUi& ui() const { return ui_; }
+  CreateTab* createTab() const { return createTab_; }
   PasswordPanel* enterPasswordDlg() const { return enterPasswordDlg_; }
   const OpenedArchive& archive() const { return opener_.archive(); }
   ArchiveCreation* creation() const { return creation_; }
@@ -62,6 +64,7 @@ class Engine : public QObject, public OpeningWindow {
   void showStatus(const QString& message);
 
   Dialogs& dialogs_;
+  CreateTab* createTab_;
   MainWindowUi ui_;
   PasswordPanel* enterPasswordDlg_;
   CachedEntryIcons icons_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Dialogs.h"
+#include "platform/Dialogs.h"
 
 // Dialogs as QMessageBox and QFileDialog.
 class QtDialogs : public Dialogs {

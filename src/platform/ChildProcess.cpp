@@ -1,4 +1,4 @@
-#include "engine/ChildProcess.h"
+#include "platform/ChildProcess.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
-#include "app/QtDesktop.h"
+#include "platform/QtDesktop.h"
 
-#include "engine/ResourceIcons.h"
+#include "platform/ResourceIcons.h"
 
 #include <QApplication>
 #include <QDesktopServices>

@@ -1,4 +1,4 @@
-#include "app/PreferencesStore.h"
+#include "platform/PreferencesStore.h"
 
 #include <QSettings>
 

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "engine/MainWindowUi.h"
+
+class CreateTab;
+class Dialogs;
+
+// Builds the main window: the archive tab, the create tab given, the
+// menus, the toolbar and the side panels.
+MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab);
