@@ -4,8 +4,8 @@
 
 #include "create/CompressionJob.h"
 #include "create/JobUi.h"
-#include "engine/ProcessToolRunner.h"
 #include "engine/ToolLocations.h"
+#include "platform/ProcessToolRunner.h"
 
 #include <QCoreApplication>
 #include <QDir>

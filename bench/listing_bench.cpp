@@ -3,11 +3,11 @@
 // as a whole process, and the main window from the open request to the last
 // row, each with its peak memory.
 
-#include "app/QtDesktop.h"
-#include "app/QtDialogs.h"
-#include "engine/Engine.h"
+#include "app/Engine.h"
 #include "engine/EntriesModel.h"
-#include "engine/ProcessToolRunner.h"
+#include "platform/ProcessToolRunner.h"
+#include "platform/QtDesktop.h"
+#include "platform/QtDialogs.h"
 
 #include <QApplication>
 #include <QDir>
