@@ -16,14 +16,12 @@
 #include "platform/ResourceIcons.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
-#include <QMessageBox>
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -44,7 +42,7 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
     : QObject(parent),
       dialogs_(dialogs),
       createTab_(new CreateTab(runner, dialogs, desktop)),
-      ui_(buildMainWindow(dialogs, createTab_)),
+      ui_(buildMainWindow(dialogs, createTab_, shell_)),
       enterPasswordDlg_(new PasswordPanel(ui_.mainWindow)),
       icons_(desktop),
       opener_(runner, icons_, *this) {
@@ -59,12 +57,6 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
   connect(ui_.btnSwitchToCreate, &QAction::triggered, this, &Engine::btnSwitchToCreate);
   connect(ui_.openAction, &QAction::triggered, this, &Engine::btnOpenAction);
   connect(ui_.quitAction, &QAction::triggered, ui_.mainWindow, &QMainWindow::close);
-  connect(ui_.aboutAction, &QAction::triggered, this, [this] {
-    QMessageBox::about(ui_.mainWindow, tr("About Quillet"),
-                       tr("<h3>Quillet %1</h3><p>An archive manager. Quillet opens, lists and "
-                          "creates archives with the command-line tools of your system.</p>")
-                           .arg(QCoreApplication::applicationVersion()));
-  });
   connect(ui_.btnExpandArchiveFilePreview, &QAction::toggled, ui_.drawerObject,
           &QDockWidget::setVisible);
   connect(ui_.drawerObject, &QDockWidget::visibilityChanged, ui_.btnExpandArchiveFilePreview,

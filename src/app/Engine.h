@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ShellActions.h"
 #include "engine/ArchiveOpener.h"
 #include "engine/MainWindowUi.h"
 #include "engine/OpeningWindow.h"
@@ -32,6 +33,7 @@ class Engine : public QObject, public OpeningWindow {
 
   const MainWindowUi& ui() const { return ui_; }
   CreateTab* createTab() const { return createTab_; }
+  const ShellActions& shell() const { return shell_; }
   PasswordPanel* enterPasswordDlg() const { return enterPasswordDlg_; }
   const OpenedArchive& archive() const { return opener_.archive(); }
   ArchiveCreation* creation() const { return creation_; }
@@ -65,6 +67,7 @@ class Engine : public QObject, public OpeningWindow {
 
   Dialogs& dialogs_;
   CreateTab* createTab_;
+  ShellActions shell_;
   MainWindowUi ui_;
   PasswordPanel* enterPasswordDlg_;
   CachedEntryIcons icons_;

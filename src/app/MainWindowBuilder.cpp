@@ -130,29 +130,24 @@ QTableView* buildEntriesTable(MainWindowUi& ui, QWidget* parent) {
   return table;
 }
 
-QCheckBox* optionNamed(const char* objectName, const QString& text, const char* key) {
-  auto* option = named(new QCheckBox(text), objectName);
-  if (key)
-    option->setChecked(PreferencesStore::isYes(QString::fromLatin1(key)));
-  return option;
+// Start-up puts the stored values into these (AppController).
+QCheckBox* optionNamed(const char* objectName, const QString& text) {
+  return named(new QCheckBox(text), objectName);
 }
 
 QWidget* buildExtractionOptions(MainWindowUi& ui) {
   ui.chkCreateSurroundingFolderBeforeExtracting =
       optionNamed("chkCreateSurroundingFolderBeforeExtracting",
-                  QObject::tr("Extract into a folder named after the archive"), nullptr);
+                  QObject::tr("Extract into a folder named after the archive"));
   ui.chkOverwriteExistingFiles =
-      optionNamed("chkOverwriteExistingFiles", QObject::tr("Overwrite existing files"),
-                  "overwriteOnExtraction");
+      optionNamed("chkOverwriteExistingFiles", QObject::tr("Overwrite existing files"));
   ui.chkOpenDestinationAfterExtraction =
-      optionNamed("chkOpenDestinationAfterExtraction", QObject::tr("Show the folder when done"),
-                  "openDestinationAfterExtraction");
-  ui.chkPlaySoundWhenDone = optionNamed("chkPlaySoundWhenDone",
-                                        QObject::tr("Play a sound when done"), "playSoundWhenDone");
+      optionNamed("chkOpenDestinationAfterExtraction", QObject::tr("Show the folder when done"));
+  ui.chkPlaySoundWhenDone =
+      optionNamed("chkPlaySoundWhenDone", QObject::tr("Play a sound when done"));
   ui.chkTrashAfterExtracting =
       optionNamed("chkTrashAfterExtracting",
-                  QObject::tr("Move archives opened from the file manager to the trash"),
-                  "trashAfterExtracting");
+                  QObject::tr("Move archives opened from the file manager to the trash"));
   auto* options = new QWidget;
   auto* grid = new QGridLayout(options);
   grid->setContentsMargins(0, 0, 0, 0);
@@ -261,8 +256,7 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   view->addAction(ui.btnExpandArchiveFilePreview);
   ui.aboutAction = new QAction(QIcon::fromTheme(QStringLiteral("help-about")),
                                QObject::tr("&About Quillet"), window);
-  ui.aboutAction->setShortcut(QKeySequence::HelpContents);
-  window->menuBar()->addMenu(QObject::tr("&Help"))->addAction(ui.aboutAction);
+  ui.aboutAction->setObjectName(QStringLiteral("menuAbout"));
 
   QToolBar* toolbar = window->addToolBar(QObject::tr("Main"));
   toolbar->setObjectName(QStringLiteral("mainToolbar"));
@@ -276,6 +270,39 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
                        ui.btnDeleteSelectedFilesFromArchive});
   toolbar->addSeparator();
   toolbar->addAction(ui.btnExpandArchiveFilePreview);
+}
+
+void buildShellMenus(const MainWindowUi& ui, ShellActions& shell) {
+  QMainWindow* window = ui.mainWindow;
+  const auto action = [window](const char* objectName, const QString& text, const char* theme) {
+    auto* created = new QAction(QIcon::fromTheme(QString::fromLatin1(theme)), text, window);
+    created->setObjectName(QString::fromLatin1(objectName));
+    return created;
+  };
+  shell.btnBackup = action("btnBackup", QObject::tr("Home-Folder &Backup"), "document-save");
+  shell.btnDMGUtil = action("btnDMGUtil", QObject::tr("&Disk Image"), "media-optical");
+  QMenu* tools = window->menuBar()->addMenu(QObject::tr("&Tools"));
+  tools->addActions({shell.btnBackup, shell.btnDMGUtil});
+
+  shell.menuPreferences =
+      action("menuPreferences", QObject::tr("&Preferences…"), "preferences-system");
+  shell.menuPreferences->setShortcut(QKeySequence::Preferences);
+  shell.menuPreferences->setMenuRole(QAction::PreferencesRole);
+  window->menuBar()->addMenu(QObject::tr("&Settings"))->addAction(shell.menuPreferences);
+
+  shell.btnWeb = action("btnWeb", QObject::tr("Quillet &Website"), "internet-web-browser");
+  shell.btnCheckForUpdates =
+      action("btnCheckForUpdates", QObject::tr("Check for &Updates"), "system-software-update");
+  shell.btnBlog = action("btnBlog", QObject::tr("&Blog"), "");
+  shell.btnFacebook = action("btnFacebook", QObject::tr("Quillet on &Facebook"), "");
+  shell.btnTwitter = action("btnTwitter", QObject::tr("Quillet on &Twitter"), "");
+  shell.menuAbout = ui.aboutAction;
+  QMenu* help = window->menuBar()->addMenu(QObject::tr("&Help"));
+  help->addActions({shell.btnWeb, shell.btnCheckForUpdates});
+  help->addSeparator();
+  help->addActions({shell.btnBlog, shell.btnFacebook, shell.btnTwitter});
+  help->addSeparator();
+  help->addAction(shell.menuAbout);
 }
 
 void buildSidePanels(MainWindowUi& ui, Dialogs& dialogs) {
@@ -297,7 +324,7 @@ void buildSidePanels(MainWindowUi& ui, Dialogs& dialogs) {
 
 }  // namespace
 
-MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab) {
+MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab, ShellActions& shell) {
   MainWindowUi ui;
   ui.mainWindow = named(new QMainWindow, "mainWindow");
   ui.mainWindow->setWindowTitle(QStringLiteral("Quillet"));
@@ -315,6 +342,7 @@ MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab) {
   ui.mainWindow->setCentralWidget(ui.tabContainer);
 
   buildMenusAndToolbar(ui);
+  buildShellMenus(ui, shell);
   buildSidePanels(ui, dialogs);
 
   ui.loadingArchiveListingLoader = named(new QProgressBar, "loadingArchiveListingLoader");

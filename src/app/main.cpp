@@ -1,3 +1,4 @@
+#include "app/AppController.h"
 #include "app/Engine.h"
 #include "app/HeadlessListing.h"
 #include "platform/ProcessToolRunner.h"
@@ -94,7 +95,9 @@ int runWindow(int argc, char** argv) {
   QtDialogs dialogs;
   QtDesktop desktop;
   Engine engine(runner, jobRunner, dialogs, desktop);
-  engine.ui().mainWindow->show();
+  AppController controller(engine, {runner, dialogs, desktop, [] { QCoreApplication::quit(); }});
+  controller.awakeFromNib();
+  controller.applicationDidFinishLaunching();
   if (!line.files.isEmpty())
     engine.openDialog({QFileInfo(line.files.first()).absoluteFilePath()}, 1);
   return application.exec();

@@ -147,14 +147,6 @@ QWidget* CreateArchiveWindow::buildLevel() {
   compressionLevelInfo_ = named(new QLabel, "compressionLevelInfo");
   connect(compressionLevelSliderControl_, &QSlider::valueChanged, this,
           &CreateArchiveWindow::compressionLevelSlider);
-  const CompressionLevel& preferred =
-      JobSettings::levelNamed(PreferencesStore::text(QStringLiteral("DefaultCompressionLevel")));
-  for (int position = 0; position <= kLevelPositions; ++position) {
-    if (JobSettings::levelAt(position) == &preferred) {
-      compressionLevelSliderControl_->setValue(position);
-      compressionLevelInfo_->setText(preferred.info);
-    }
-  }
 
   auto* makeDefault = new QToolButton;
   makeDefault->setText(tr("Default for new archives"));

@@ -24,6 +24,9 @@ class CreateArchiveWindow : public QDialog {
 
   const CreateOptions& options();
   QLineEdit* selectionForCompression() const { return selectionForCompression_; }
+  // Start-up shows the default level on these without choosing it.
+  QSlider* compressionLevelSliderControl() const { return compressionLevelSliderControl_; }
+  QLabel* compressionLevelInfo() const { return compressionLevelInfo_; }
   QString notes() const;
   void centreAndShow();
   // Every-item mode disables volumes and self-extraction without

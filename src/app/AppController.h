@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+
+class AboutClass;
+class Desktop;
+class Dialogs;
+class Engine;
+class QCoreApplication;
+class ToolRunner;
+
+// The application's delegate: brings the main window up, puts the stored
+// preferences into the controls, installs the file managers' entries,
+// offers the association once, and handles the files handed over on the
+// command line, after which the application quits.
+class AppController : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Services {
+    ToolRunner& runner;
+    Dialogs& dialogs;
+    Desktop& desktop;
+    // Ends the application (the event loop, and the process with it).
+    std::function<void()> terminate;
+  };
+
+  AppController(Engine& engine, Services services, QObject* parent = nullptr);
+  ~AppController() override;
+
+  AboutClass* about() const { return about_; }
+
+  void awakeFromNib();
+  void applicationDidFinishLaunching();
+  // The main window's close button quits the application.
+  bool windowShouldClose();
+
+  void menuPreferences();
+  void btnBackup();
+  void btnDMGUtil();
+  void btnWeb();
+  void btnCheckForUpdates();
+  void btnBlog();
+  void btnFacebook();
+  void btnTwitter();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void makeTextViewNonWrapping();
+  void installFileManagerEntries();
+  void showExtractionOptions();
+  void showDefaultLevel();
+  void openWebPage(const QString& address);
+
+  Engine& engine_;
+  Services services_;
+  AboutClass* about_;
+};
