@@ -36,7 +36,7 @@ ArchiveEditing::ArchiveEditing(const EngineContext& context, AddingWindows& wind
 
 void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
   QTableView* table = context_.ui.openedArchiveTableView;
-  const QModelIndexList selected = table->selectionModel()->selectedRows();
+  const QModelIndexList selected = context_.selectedRows();
   EntriesModel* rows = context_.ui.oppenedArchiveArrayController;
   if (rows->rowCount() == selected.size()) {
     context_.dialogs.alert(

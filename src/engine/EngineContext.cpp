@@ -8,9 +8,11 @@
 #include "engine/ToolProblem.h"
 #include "platform/Dialogs.h"
 
+#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QStatusBar>
+#include <QTableView>
 
 ToolResult EngineContext::runReported(const ToolRun& run) const {
   const ToolResult result = runner.run(run);
@@ -45,4 +47,11 @@ bool EngineContext::refusesListedNames(const QString& archive, const QString& pa
     return false;
   dialogs.alert(ListedNames::title(), ListedNames::message(name), QStringLiteral("OK"));
   return true;
+}
+
+QModelIndexList EngineContext::selectedRows() const {
+  QModelIndexList rows = ui.openedArchiveTableView->selectionModel()->selectedRows();
+  std::sort(rows.begin(), rows.end(),
+            [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
+  return rows;
 }

@@ -2,6 +2,8 @@
 
 #include "platform/ToolRunner.h"
 
+#include <QModelIndexList>
+
 class ArchiveOpener;
 class Desktop;
 class Dialogs;
@@ -22,6 +24,9 @@ struct EngineContext {
   // program, a status-bar line tells of a failed run.
   ToolResult runReported(const ToolRun& run) const;
   QString passwordFieldText() const;
+  // The selected rows of the entries table, in the table's order (not the
+  // order they were clicked in).
+  QModelIndexList selectedRows() const;
   // True, after an alert naming it, when a tool would read the name as a
   // pattern or a list file (LiteralNames); false for an empty name.
   bool refusesName(const QString& name) const;

@@ -118,8 +118,7 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
 }
 
 void Extraction::btnExtractSelected() {
-  const QModelIndexList selected =
-      context_.ui.openedArchiveTableView->selectionModel()->selectedRows();
+  const QModelIndexList selected = context_.selectedRows();
   if (selected.isEmpty())
     return;
   context_.ui.dropZone->hide();
