@@ -5,14 +5,18 @@
 #include "platform/ResourceIcons.h"
 
 #include <QDragEnterEvent>
+#include <QIcon>
 #include <QLabel>
 #include <QMimeData>
 #include <QVBoxLayout>
 
 namespace {
 
-constexpr int kDropIconSize = 96;
+constexpr int kDropImageSize = 96;
+constexpr int kFrameMargin = 8;
 
+// The file names a drag carries: the local files of its URL list, which
+// is what file managers offer.
 QStringList localPathsOf(const QMimeData* data) {
   QStringList paths;
   for (const QUrl& url : data->urls()) {
@@ -22,34 +26,52 @@ QStringList localPathsOf(const QMimeData* data) {
   return paths;
 }
 
+// Only copying is offered to the source: the dropped files stay where
+// they are.
+bool offersCopy(const QDropEvent* event) {
+  return event->possibleActions().testFlag(Qt::CopyAction);
+}
+
 }  // namespace
 
 DropZone::DropZone(Dialogs& dialogs, QWidget* parent)
-    : QDockWidget(tr("Drop zone"), parent), dialogs_(dialogs), area_(new QWidget) {
+    : QDockWidget(tr("Drop zone"), parent),
+      dialogs_(dialogs),
+      area_(new QWidget),
+      imageLabel_(new QLabel) {
   setObjectName(QStringLiteral("DropZone"));
   setFeatures(QDockWidget::NoDockWidgetFeatures);
   setAcceptDrops(true);
 
   auto* layout = new QVBoxLayout(area_);
-  auto* image = new QLabel;
-  image->setPixmap(ResourceIcons::named(QStringLiteral("dropzone.png")).pixmap(kDropIconSize));
-  image->setAlignment(Qt::AlignCenter);
+  imageLabel_->setObjectName(QStringLiteral("dropZoneImage"));
+  imageLabel_->setAlignment(Qt::AlignCenter);
+  setBGImage(ResourceIcons::named(QStringLiteral("dropzone.png")));
   auto* hint = new QLabel(tr("Drag files and folders here to add them to the new archive."));
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
   layout->addStretch();
-  layout->addWidget(image);
+  layout->addWidget(imageLabel_);
   layout->addWidget(hint);
   layout->addStretch();
   area_->setObjectName(QStringLiteral("dropZoneArea"));
-  area_->setMinimumWidth(200);
+  area_->setMinimumWidth(184);
   area_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
   setHighlighted(false);
-  setWidget(area_);
+  // The dashed frame keeps clear of the window's edges.
+  auto* frame = new QWidget;
+  auto* frameLayout = new QVBoxLayout(frame);
+  frameLayout->setContentsMargins(kFrameMargin, 0, kFrameMargin, kFrameMargin);
+  frameLayout->addWidget(area_);
+  setWidget(frame);
+}
+
+void DropZone::setBGImage(const QIcon& image) {
+  imageLabel_->setPixmap(image.pixmap(kDropImageSize));
 }
 
 void DropZone::dragEnterEvent(QDragEnterEvent* event) {
-  if (!(event->possibleActions() & Qt::CopyAction)) {
+  if (!offersCopy(event)) {
     event->ignore();
     return;
   }
@@ -59,6 +81,10 @@ void DropZone::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void DropZone::dragMoveEvent(QDragMoveEvent* event) {
+  if (!offersCopy(event)) {
+    event->ignore();
+    return;
+  }
   event->setDropAction(Qt::CopyAction);
   event->accept();
 }
@@ -68,17 +94,27 @@ void DropZone::dragLeaveEvent(QDragLeaveEvent* event) {
   event->accept();
 }
 
+// A drag without file names (an image or a piece of text) is taken while
+// it moves but fails here. The alert waits until the drop is over, so that
+// the file manager is not left holding its drag.
 void DropZone::dropEvent(QDropEvent* event) {
   setHighlighted(false);
   const QStringList paths = localPathsOf(event->mimeData());
   if (paths.isEmpty()) {
-    dialogs_.alert(QStringLiteral("Paste Error"),
-                   QStringLiteral("Sorry, but the past operation failed"), QStringLiteral("OK"));
     event->ignore();
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          dialogs_.alert(QStringLiteral("Paste Error"),
+                         QStringLiteral("Sorry, but the past operation failed"),
+                         QStringLiteral("OK"));
+        },
+        Qt::QueuedConnection);
     return;
   }
   PreferencesStore::setList(QStringLiteral("droppedFiles"), paths);
-  event->acceptProposedAction();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
 }
 
 void DropZone::setHighlighted(bool highlighted) {

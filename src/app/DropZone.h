@@ -3,15 +3,21 @@
 #include <QDockWidget>
 
 class Dialogs;
+class QIcon;
+class QLabel;
 
 // The side panel that files can be dragged onto while a new archive is
-// being put together. It only records the dropped paths under
-// "droppedFiles"; the selection list picks them up from there.
+// being put together. It takes any drag that offers a copy, and only
+// records the dropped paths under "droppedFiles"; the selection list picks
+// them up from there.
 class DropZone : public QDockWidget {
   Q_OBJECT
 
  public:
   DropZone(Dialogs& dialogs, QWidget* parent = nullptr);
+
+  // The picture in the middle of the zone.
+  void setBGImage(const QIcon& image);
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -24,4 +30,5 @@ class DropZone : public QDockWidget {
 
   Dialogs& dialogs_;
   QWidget* area_;
+  QLabel* imageLabel_;
 };

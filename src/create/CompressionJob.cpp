@@ -1,5 +1,6 @@
 #include "create/CompressionJob.h"
 
+#include "create/CollisionRule.h"
 #include "create/JobUi.h"
 #include "create/TreeCopy.h"
 #include "engine/ArchiveCommands.h"
@@ -22,8 +23,6 @@
 
 namespace {
 
-const QStringList kTakenExtensions = {".rar", ".zip",    ".7z",      ".lha", ".arj",
-                                      ".tar", ".tar.gz", ".tar.bz2", ".app"};
 constexpr int kBlinks = 4;
 constexpr int kBlinkPauseMs = 50;
 
@@ -106,15 +105,17 @@ void CompressionJob::settleName() {
 // the file the tool will write) already has gets a random suffix, and the
 // user is told, so that no file is replaced or added to.
 QString CompressionJob::freeBase(const QString& base, const QString& path, const QString& written) {
-  const bool taken =
-      QFileInfo::exists(written) ||
-      std::any_of(kTakenExtensions.cbegin(), kTakenExtensions.cend(),
-                  [&](const QString& extension) { return QFileInfo::exists(path + extension); });
-  if (!taken)
+  if (!CollisionRule::taken(path, written))
     return base;
   ui_.alert(QStringLiteral("File with same name already exists"),
             QStringLiteral("An additional suffix will be added to the name"));
-  return base + u'_' + genRandStringLength(4);
+  // The suffixed name is checked in the same folder, by the same measure.
+  const QString folder = PathText::deletingLastPathComponent(path) + u'/';
+  const QString writtenExtension = written.mid(path.size());
+  return CollisionRule::suffixed(base, genRandStringLength, [&](const QString& candidate) {
+    return written.isEmpty() ? CollisionRule::taken(folder + candidate)
+                             : CollisionRule::occupied(folder + candidate + writtenExtension);
+  });
 }
 
 bool CompressionJob::checkPassword() {

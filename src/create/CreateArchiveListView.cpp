@@ -136,8 +136,10 @@ void CreateArchiveListView::timerUpdateFileList() {
   const QStringList dropped = PreferencesStore::list(kDroppedFiles);
   if (dropped.isEmpty())
     return;
+  // Taken before sizing, which keeps the event loop turning: a drop landing
+  // meanwhile leaves a new list for the next round.
+  PreferencesStore::remove(kDroppedFiles);
   addPaths(dropped, SelectionEntry::Dropped);
-  PreferencesStore::setList(kDroppedFiles, {});
 }
 
 void CreateArchiveListView::addFiles(const QStringList& paths) {

@@ -40,4 +40,9 @@ void setList(const QString& key, const QStringList& values) {
   store().sync();
 }
 
+void remove(const QString& key) {
+  store().remove(key);
+  store().sync();
+}
+
 }  // namespace PreferencesStore

@@ -14,6 +14,8 @@ void setText(const QString& key, const QString& value);
 void setYes(const QString& key, bool yes);
 QStringList list(const QString& key);
 void setList(const QString& key, const QStringList& values);
+// The key goes altogether, so that the file keeps no trace of it.
+void remove(const QString& key);
 
 inline const QString kAutoremoveMacosxFolder = QStringLiteral("autoremoveMACOSXfolder");
 inline const QString kRecentDocuments = QStringLiteral("recentDocuments");
