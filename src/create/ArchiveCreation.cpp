@@ -24,10 +24,10 @@
 #include <QTableView>
 #include <QThread>
 
-ArchiveCreation::ArchiveCreation(ToolRunner& jobRunner, Dialogs& dialogs, Widgets widgets,
+ArchiveCreation::ArchiveCreation(ToolRunner& compressionProcess, Dialogs& dialogs, Widgets widgets,
                                  QObject* parent)
     : QObject(parent),
-      jobRunner_(jobRunner),
+      compressionProcess_(compressionProcess),
       dialogs_(dialogs),
       widgets_(widgets),
       createArchiveWindow_(new CreateArchiveWindow(JobSettings::shared(), widgets.mainWindow)),
@@ -115,13 +115,13 @@ void ArchiveCreation::btnCancelCompressing() {
   if (!runningThread_)
     return;
   cancelled_->store(true);
-  jobRunner_.cancel();
+  compressionProcess().cancel();
   compressionThread_ = nullptr;
 }
 
 void ArchiveCreation::compressingThreadProcedure(CompressionRequest request,
                                                  std::shared_ptr<std::atomic<bool>> cancelled) {
-  CompressionJob job(std::move(request), jobRunner_, *this,
+  CompressionJob job(std::move(request), compressionProcess_, *this,
                      [cancelled] { return cancelled->load(); });
   job.run();
   const QString split = job.splitVolumesSize();

@@ -37,7 +37,7 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
     QProgressBar* compressionSpin;
   };
 
-  ArchiveCreation(ToolRunner& jobRunner, Dialogs& dialogs, Widgets widgets,
+  ArchiveCreation(ToolRunner& compressionProcess, Dialogs& dialogs, Widgets widgets,
                   QObject* parent = nullptr);
   ~ArchiveCreation() override;
 
@@ -48,6 +48,7 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   CreateArchiveWindow* createArchiveWindow() const { return createArchiveWindow_; }
   CompressingWindow* compressingWindow() const { return compressingWindow_; }
   QThread* compressionThread() const { return compressionThread_; }
+  ToolRunner& compressionProcess() const { return compressionProcess_; }
   const QString& itemToCompress() const { return itemToCompress_; }
 
   // JobUi
@@ -86,7 +87,9 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   template <typename Function>
   void onGuiThread(Function function, bool wait);
 
-  ToolRunner& jobRunner_;
+  // Runs the job's tools one at a time, so that cancel can end the one
+  // running now.
+  ToolRunner& compressionProcess_;
   Dialogs& dialogs_;
   Widgets widgets_;
   CreateArchiveWindow* createArchiveWindow_;

@@ -21,6 +21,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSlider>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -60,6 +61,18 @@ const DefaultLevelButton kDefaultLevelButtons[] = {
 };
 
 constexpr int kLevelPositions = 5;
+
+struct UnitItem {
+  const char* label;
+  void (CreateArchiveWindow::*action)();
+};
+
+// The unit pop-up's items, in the order of CreateOptions::Unit.
+const UnitItem kUnitItems[] = {
+    {"KB", &CreateArchiveWindow::btnSplitToVolumesKB},
+    {"MB", &CreateArchiveWindow::btnSplitToVolumesMB},
+    {"GB", &CreateArchiveWindow::btnSplitToVolumesGB},
+};
 
 template <typename Widget>
 Widget* named(Widget* widget, const char* objectName) {
@@ -105,10 +118,14 @@ CreateArchiveWindow::CreateArchiveWindow(JobSettings& settings, QWidget* parent)
   connect(compress, &QPushButton::clicked, this, &CreateArchiveWindow::compressRequested);
   options->addWidget(buttons);
 
+  auto* drawers = new QVBoxLayout;
+  drawers->addWidget(buildSfxDrawer());
+  drawers->addWidget(buildNotesPanel(), 1);
+
   auto* layout = new QHBoxLayout(this);
   layout->addLayout(options, 1);
   setMinimumWidth(460);
-  layout->addWidget(buildNotesPanel());
+  layout->addLayout(drawers);
   btnZipCompression();
   showControls();
 }
@@ -184,7 +201,8 @@ QWidget* CreateArchiveWindow::buildProtection() {
   textfieldSplitToVolumesSize_ = named(new QLineEdit, "textfieldSplitToVolumesSize");
   textfieldSplitToVolumesSize_->setValidator(new QIntValidator(1, 999999999, this));
   btnSplitToVolumesSizeType_ = named(new QComboBox, "btnSplitToVolumesSizeType");
-  btnSplitToVolumesSizeType_->addItems({tr("KB"), tr("MB"), tr("GB")});
+  for (const UnitItem& item : kUnitItems)
+    btnSplitToVolumesSizeType_->addItem(tr(item.label));
   btnSplitToVolumesSizeType_->setCurrentIndex(CreateOptions::Megabytes);
 
   sfxChkBox_ = named(new QCheckBox(tr("Self-extracting archive")), "sfxChkBox");
@@ -213,9 +231,30 @@ QWidget* CreateArchiveWindow::buildProtection() {
           &CreateArchiveWindow::chkBoxSplitToVolumes);
   connect(sfxChkBox_, &QCheckBox::clicked, this, &CreateArchiveWindow::chkCreateSFXArchive);
   connect(btnSplitToVolumesSizeType_, &QComboBox::activated, this,
-          &CreateArchiveWindow::splitUnitChosen);
+          [this](int item) { (this->*kUnitItems[item].action)(); });
   connect(whatIsSfx, &QToolButton::clicked, this, [this] { CreateHelp::showSfxHelp(this); });
   return box;
+}
+
+QWidget* CreateArchiveWindow::buildSfxDrawer() {
+  sfxObjectDrawer_ = named(new QGroupBox(tr("Self-extracting archive")), "sfxObjectDrawer");
+  sfxObjectDrawer_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  auto* layout = new QHBoxLayout(sfxObjectDrawer_);
+  auto* icon = new QLabel;
+  const int side = style()->pixelMetric(QStyle::PM_LargeIconSize);
+  icon->setPixmap(ResourceIcons::themed(QStringLiteral("application-x-executable"),
+                                        QStringLiteral("application.png"))
+                      .pixmap(side, side));
+  icon->setAlignment(Qt::AlignTop);
+  auto* explanation = new QLabel(
+      tr("The archive is wrapped in a small program that unpacks it, so whoever "
+         "receives it needs no archive manager. A note, if you write one, is shown to them "
+         "first."));
+  explanation->setWordWrap(true);
+  explanation->setMinimumWidth(220);
+  layout->addWidget(icon);
+  layout->addWidget(explanation, 1);
+  return sfxObjectDrawer_;
 }
 
 QWidget* CreateArchiveWindow::buildNotesPanel() {
@@ -289,8 +328,16 @@ void CreateArchiveWindow::chkBoxEveryItemNewArchive(bool on) {
   showControls();
 }
 
-void CreateArchiveWindow::splitUnitChosen(int unitIndex) {
-  settings_.splitVolumesSizeType = CreateOptions::unitLetter(unitIndex);
+void CreateArchiveWindow::btnSplitToVolumesKB() {
+  settings_.splitVolumesSizeType = QStringLiteral("k");
+}
+
+void CreateArchiveWindow::btnSplitToVolumesMB() {
+  settings_.splitVolumesSizeType = QStringLiteral("m");
+}
+
+void CreateArchiveWindow::btnSplitToVolumesGB() {
+  settings_.splitVolumesSizeType = QStringLiteral("g");
 }
 
 void CreateArchiveWindow::btnCreateArchiveCancel() {
@@ -324,9 +371,12 @@ void CreateArchiveWindow::showControls() {
   textFieldPasswordConfirm_->setEnabled(options_.passwordFieldsEnabled);
   textFieldPassword_->setText(options_.passwordText);
   textFieldPasswordConfirm_->setText(options_.confirmText);
+  sfxObjectDrawer_->setVisible(options_.sfxDrawerOpen);
   noteDrawer_->setVisible(options_.notesPanelOpen);
   everyItemNewArchiveLabel_->setVisible(options_.everyItemLabelVisible);
   chkUploadToFTPAfterCompression_->setEnabled(options_.uploadEnabled);
   chkUploadToFTPAfterCompression_->setChecked(options_.uploadChecked);
+  // The window follows its drawers at once, also when they close.
+  layout()->activate();
   adjustSize();
 }

@@ -46,7 +46,9 @@ class CreateArchiveWindow : public QDialog {
   void chkBoxSplitToVolumes();
   void chkCreateSFXArchive();
   void chkBoxEveryItemNewArchive(bool on);
-  void splitUnitChosen(int unitIndex);
+  void btnSplitToVolumesKB();
+  void btnSplitToVolumesMB();
+  void btnSplitToVolumesGB();
   void btnCreateArchiveCancel();
 
  signals:
@@ -56,6 +58,7 @@ class CreateArchiveWindow : public QDialog {
   QWidget* buildFormats();
   QWidget* buildLevel();
   QWidget* buildProtection();
+  QWidget* buildSfxDrawer();
   QWidget* buildNotesPanel();
   void chooseFormat(CreateOptions::Format format);
   void takeControls();
@@ -76,6 +79,7 @@ class CreateArchiveWindow : public QDialog {
   QCheckBox* sfxChkBox_;
   QLabel* everyItemNewArchiveLabel_;
   QCheckBox* chkUploadToFTPAfterCompression_;
+  QWidget* sfxObjectDrawer_;
   QWidget* noteDrawer_;
   QPlainTextEdit* sfxNotesField_;
 };

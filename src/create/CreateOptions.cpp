@@ -45,6 +45,7 @@ QString CreateOptions::chooseFormat(Format format) {
   const auto noSelfExtraction = [this] {
     sfxEnabled = false;
     sfxChecked = false;
+    sfxDrawerOpen = false;
   };
 
   switch (format) {
@@ -58,8 +59,8 @@ QString CreateOptions::chooseFormat(Format format) {
       passwordEnabled = true;
       break;
     case Format::Tar:
-      // Tar keeps the state of the self-extraction checkbox, unlike the
-      // other single-stream formats.
+      // Tar keeps the self-extraction checkbox and its drawer as they are,
+      // unlike the other single-stream formats.
       sfxEnabled = !everyItemChecked;
       noSplitting();
       noPassword();
@@ -107,6 +108,7 @@ void CreateOptions::splitToggled(bool on, const QString& method) {
 
 void CreateOptions::sfxToggled(bool on) {
   sfxChecked = on;
+  sfxDrawerOpen = on;
   notesPanelOpen = !notesPanelOpen;
   if (on) {
     splitChecked = false;
@@ -127,15 +129,4 @@ void CreateOptions::everyItemToggled(bool on) {
   uploadEnabled = !on;
   if (on)
     uploadChecked = false;
-}
-
-QString CreateOptions::unitLetter(int unitIndex) {
-  switch (unitIndex) {
-    case Kilobytes:
-      return QStringLiteral("k");
-    case Gigabytes:
-      return QStringLiteral("g");
-    default:
-      return QStringLiteral("m");
-  }
 }

@@ -23,6 +23,7 @@ struct CreateOptions {
   QString passwordText;
   QString confirmText;
   bool notesPanelOpen = false;
+  bool sfxDrawerOpen = false;
   bool uploadEnabled = true;
   bool uploadChecked = false;
   bool everyItemChecked = false;
@@ -35,6 +36,4 @@ struct CreateOptions {
   void splitToggled(bool on, const QString& method);
   void sfxToggled(bool on);
   void everyItemToggled(bool on);
-
-  static QString unitLetter(int unitIndex);
 };

@@ -8,7 +8,7 @@
 
 namespace ArchiveChecksum {
 
-QString crc32Of(const QString& path) {
+QString GetCRC32(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly))
     return text(0);

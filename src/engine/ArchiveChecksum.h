@@ -8,7 +8,7 @@ namespace ArchiveChecksum {
 
 // Upper-case hexadecimal with no leading zeros; "0" when the file cannot be
 // read, as an empty checksum line reads as zero.
-QString crc32Of(const QString& path);
+QString GetCRC32(const QString& path);
 
 // The low 32 bits of a checksum number, as "%X".
 QString text(quint64 checksum);

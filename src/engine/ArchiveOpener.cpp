@@ -52,7 +52,7 @@ void ArchiveOpener::open(const QString& path) {
 }
 
 void ArchiveOpener::record(const QString& path) {
-  archive_.crc32 = ArchiveChecksum::crc32Of(path);
+  archive_.crc32 = ArchiveChecksum::GetCRC32(path);
   archive_.filename = PathText::lastPathComponent(path);
   archive_.filepath = path;
   archive_.filesize = SizeText::archiveFile(path);

@@ -32,9 +32,8 @@ namespace {
 
 constexpr int kPanelOk = 1;
 
-void storeOption(QCheckBox* option, const QString& key) {
-  QObject::connect(option, &QCheckBox::clicked, option,
-                   [option, key] { PreferencesStore::setYes(key, option->isChecked()); });
+void storeOption(const QCheckBox* option, const QString& key) {
+  PreferencesStore::setYes(key, option->isChecked());
 }
 
 }  // namespace
@@ -46,11 +45,13 @@ Extraction::Extraction(const EngineContext& context, QObject* parent)
   connect(ui.btnExtractSelected, &QAction::triggered, this, &Extraction::btnExtractSelected);
   connect(ui.btnOpenArchiveFolder, &QAction::triggered, this, &Extraction::btnOpenArchiveFolder);
   connect(dialog_, &ExtractionDialog::cancelPressed, this, [this] { context_.runner.cancel(); });
-  storeOption(ui.chkOpenDestinationAfterExtraction,
-              QStringLiteral("openDestinationAfterExtraction"));
-  storeOption(ui.chkTrashAfterExtracting, QStringLiteral("trashAfterExtracting"));
-  storeOption(ui.chkOverwriteExistingFiles, QStringLiteral("overwriteOnExtraction"));
-  storeOption(ui.chkPlaySoundWhenDone, QStringLiteral("playSoundWhenDone"));
+  connect(ui.chkOpenDestinationAfterExtraction, &QCheckBox::clicked, this,
+          &Extraction::checkOpenDestinationAfterExtraction);
+  connect(ui.chkTrashAfterExtracting, &QCheckBox::clicked, this,
+          &Extraction::checkTrashAfterExtracting);
+  connect(ui.chkOverwriteExistingFiles, &QCheckBox::clicked, this,
+          &Extraction::checkOverwriteOnExtraction);
+  connect(ui.chkPlaySoundWhenDone, &QCheckBox::clicked, this, &Extraction::checkPlaySoundWhenDone);
 }
 
 void Extraction::btnExtractAction() {
@@ -181,6 +182,23 @@ void Extraction::btnOpenArchiveFolder() {
   const QString& path = context_.opener.archive().filepath;
   if (!path.isEmpty())
     context_.desktop.showFolder(PathText::deletingLastPathComponent(path));
+}
+
+void Extraction::checkOpenDestinationAfterExtraction() {
+  storeOption(context_.ui.chkOpenDestinationAfterExtraction,
+              QStringLiteral("openDestinationAfterExtraction"));
+}
+
+void Extraction::checkTrashAfterExtracting() {
+  storeOption(context_.ui.chkTrashAfterExtracting, QStringLiteral("trashAfterExtracting"));
+}
+
+void Extraction::checkOverwriteOnExtraction() {
+  storeOption(context_.ui.chkOverwriteExistingFiles, QStringLiteral("overwriteOnExtraction"));
+}
+
+void Extraction::checkPlaySoundWhenDone() {
+  storeOption(context_.ui.chkPlaySoundWhenDone, QStringLiteral("playSoundWhenDone"));
 }
 
 void Extraction::showDialog() {

@@ -27,6 +27,11 @@ class Extraction : public QObject {
   void openDialogForExtraction(const QStringList& sheet, int returnCode);
   void btnExtractSelected();
   void btnOpenArchiveFolder();
+  // Each stores its checkbox as "YES" or "NO" under its key at once.
+  void checkOpenDestinationAfterExtraction();
+  void checkTrashAfterExtracting();
+  void checkOverwriteOnExtraction();
+  void checkPlaySoundWhenDone();
 
  private:
   void showDialog();

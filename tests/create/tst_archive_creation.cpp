@@ -118,7 +118,20 @@ class ArchiveCreationTest : public QObject {
     window.options()->centreAndShow();
     window.options()->selectionForCompression()->setText(QDir::homePath() + "/Desktop/untitled");
     window.find<QToolButton>("btnZipCompression")->click();
+    QVERIFY(!window.find<QWidget>("sfxObjectDrawer")->isVisible());
     screenshot(window.options(), "create-window-zip.png");
+
+    window.find<QCheckBox>("sfxChkBox")->click();
+    QVERIFY(window.find<QWidget>("sfxObjectDrawer")->isVisible());
+    QVERIFY(window.find<QWidget>("noteDrawer")->isVisible());
+    screenshot(window.options(), "create-window-zip-sfx.png");
+    window.find<QToolButton>("btn7zCompression")->click();
+    QVERIFY(window.find<QWidget>("sfxObjectDrawer")->isVisible());
+
+    window.find<QToolButton>("btnGzipCompression")->click();
+    QVERIFY(!window.find<QWidget>("sfxObjectDrawer")->isVisible());
+    QVERIFY(!window.find<QCheckBox>("sfxChkBox")->isChecked());
+    screenshot(window.options(), "create-window-gzip.png");
 
     window.find<QToolButton>("btnTarCompression")->click();
     QCOMPARE(JobSettings::shared().compressionMethod, QString("-ttar"));
@@ -137,6 +150,31 @@ class ArchiveCreationTest : public QObject {
     QVERIFY(window.find<QLineEdit>("textfieldSplitToVolumesSize")->isEnabled());
     window.find<QPlainTextEdit>("sfxNotesField")->setPlainText("Read me before you extract.");
     screenshot(window.options(), "create-window-rar.png");
+  }
+
+  void unitItemsSetTheUnitLetter_data() {
+    QTest::addColumn<int>("item");
+    QTest::addColumn<QString>("letter");
+    QTest::newRow("KB") << 0 << "k";
+    QTest::newRow("MB") << 1 << "m";
+    QTest::newRow("GB") << 2 << "g";
+  }
+  void unitItemsSetTheUnitLetter() {
+    QFETCH(int, item);
+    QFETCH(QString, letter);
+    Window window;
+    window.find<QToolButton>("btnZipCompression")->click();
+    window.find<QCheckBox>("chkSplitToVolumes")->click();
+    auto* unit = window.find<QComboBox>("btnSplitToVolumesSizeType");
+    QVERIFY(unit->isEnabled());
+    const QString before = JobSettings::shared().splitVolumesSizeType;
+    JobSettings::shared().splitVolumesSizeType = "x";
+    unit->setCurrentIndex(item);
+    QCOMPARE(JobSettings::shared().splitVolumesSizeType, QString("x"));
+    emit unit->activated(item);
+    const QString chosen = JobSettings::shared().splitVolumesSizeType;
+    JobSettings::shared().splitVolumesSizeType = before;
+    QCOMPARE(chosen, letter);
   }
 
   void theSliderSetsEveryLevel() {
@@ -212,6 +250,7 @@ class ArchiveCreationTest : public QObject {
     window.options()->findChild<QPushButton*>("btnCompress")->click();
     QTRY_VERIFY(QFile::exists(log));
     QTRY_VERIFY(window.creation()->compressingWindow()->isVisible());
+    QVERIFY(&window.creation()->compressionProcess() == &window.jobRunner);
     screenshot(window.creation()->compressingWindow(), "compressing-window.png");
     window.creation()
         ->compressingWindow()

@@ -105,6 +105,33 @@ class JobSettingsTest : public QObject {
     QVERIFY(!options.sfxEnabled);
   }
 
+  void onlyZip7zAndTarLeaveTheSfxDrawerOpen_data() {
+    QTest::addColumn<int>("format");
+    QTest::addColumn<bool>("open");
+    QTest::newRow("zip") << int(Format::Zip) << true;
+    QTest::newRow("7z") << int(Format::SevenZip) << true;
+    QTest::newRow("tar") << int(Format::Tar) << true;
+    QTest::newRow("gzip") << int(Format::Gzip) << false;
+    QTest::newRow("bzip2") << int(Format::Bzip2) << false;
+    QTest::newRow("arj") << int(Format::Arj) << false;
+    QTest::newRow("lha") << int(Format::Lha) << false;
+    QTest::newRow("rar") << int(Format::Rar) << false;
+  }
+  void onlyZip7zAndTarLeaveTheSfxDrawerOpen() {
+    QFETCH(int, format);
+    QFETCH(bool, open);
+    CreateOptions options;
+    QVERIFY(!options.sfxDrawerOpen);
+    options.sfxToggled(true);
+    QVERIFY(options.sfxDrawerOpen);
+    options.chooseFormat(static_cast<Format>(format));
+    QCOMPARE(options.sfxDrawerOpen, open);
+    // No format button opens it.
+    options.sfxToggled(false);
+    options.chooseFormat(static_cast<Format>(format));
+    QVERIFY(!options.sfxDrawerOpen);
+  }
+
   void rarCountsVolumesInKilobytes() {
     CreateOptions options;
     options.chooseFormat(Format::Rar);
@@ -136,10 +163,12 @@ class JobSettingsTest : public QObject {
     QVERIFY(!options.splitChecked);
     QVERIFY(!options.splitEnabled);
     QVERIFY(options.notesPanelOpen);
+    QVERIFY(options.sfxDrawerOpen);
     options.sfxToggled(false);
     QVERIFY(options.splitEnabled);
     QVERIFY(!options.splitChecked);
     QVERIFY(!options.notesPanelOpen);
+    QVERIFY(!options.sfxDrawerOpen);
   }
 
   void uploadIsOffAfterSplitSfxOrEveryItem_data() {

@@ -2,6 +2,7 @@
 #include "engine/EntriesModel.h"
 #include "engine/Extraction.h"
 #include "engine/ExtractionDialog.h"
+#include "engine/MainWindowUi.h"
 #include "engine/PasswordPanel.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ProcessToolRunner.h"
@@ -22,6 +23,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <iterator>
+
 namespace {
 
 using TestArchives::contentOf;
@@ -31,6 +34,22 @@ using TestArchives::writeFile;
 
 struct Fixture : EngineFixture<ProcessToolRunner> {
   Extraction& extraction() { return *engine.extraction(); }
+};
+
+struct Option {
+  const char* key;
+  QCheckBox* MainWindowUi::*box;
+  void (Extraction::*action)();
+};
+
+constexpr Option kOptions[] = {
+    {"openDestinationAfterExtraction", &MainWindowUi::chkOpenDestinationAfterExtraction,
+     &Extraction::checkOpenDestinationAfterExtraction},
+    {"trashAfterExtracting", &MainWindowUi::chkTrashAfterExtracting,
+     &Extraction::checkTrashAfterExtracting},
+    {"overwriteOnExtraction", &MainWindowUi::chkOverwriteExistingFiles,
+     &Extraction::checkOverwriteOnExtraction},
+    {"playSoundWhenDone", &MainWindowUi::chkPlaySoundWhenDone, &Extraction::checkPlaySoundWhenDone},
 };
 
 }  // namespace
@@ -379,17 +398,29 @@ class ExtractionTest : public QObject {
     QVERIFY(fx.desktop.shownFolders.isEmpty());
   }
 
-  void optionsStoreYesAndNo() {
+  void optionActionsStoreTheirCheckbox_data() {
+    QTest::addColumn<int>("option");
+    for (int option = 0; option < int(std::size(kOptions)); ++option)
+      QTest::newRow(kOptions[option].key) << option;
+  }
+
+  void optionActionsStoreTheirCheckbox() {
+    QFETCH(int, option);
+    const Option& chosen = kOptions[option];
     Fixture fx;
-    QCheckBox* overwrite = fx.engine.ui().chkOverwriteExistingFiles;
-    overwrite->setChecked(false);
-    overwrite->click();
-    QCOMPARE(PreferencesStore::text("overwriteOnExtraction"), QString("YES"));
-    overwrite->click();
-    QCOMPARE(PreferencesStore::text("overwriteOnExtraction"), QString("NO"));
-    fx.engine.ui().chkTrashAfterExtracting->click();
-    QCOMPARE(PreferencesStore::text("trashAfterExtracting"),
-             QString(fx.engine.ui().chkTrashAfterExtracting->isChecked() ? "YES" : "NO"));
+    QCheckBox* box = fx.engine.ui().*chosen.box;
+    PreferencesStore::remove(chosen.key);
+    box->setChecked(true);
+    (fx.extraction().*chosen.action)();
+    QCOMPARE(PreferencesStore::text(chosen.key), QString("YES"));
+    box->setChecked(false);
+    (fx.extraction().*chosen.action)();
+    QCOMPARE(PreferencesStore::text(chosen.key), QString("NO"));
+    // A click on the box reaches the same action.
+    box->click();
+    QCOMPARE(PreferencesStore::text(chosen.key), QString("YES"));
+    box->click();
+    QCOMPARE(PreferencesStore::text(chosen.key), QString("NO"));
   }
 };
 

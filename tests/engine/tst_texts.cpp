@@ -133,8 +133,8 @@ class TextsTest : public QObject {
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("123456789");
     file.close();
-    QCOMPARE(ArchiveChecksum::crc32Of(path), QString("CBF43926"));
-    QCOMPARE(ArchiveChecksum::crc32Of(folder.filePath("missing")), QString("0"));
+    QCOMPARE(ArchiveChecksum::GetCRC32(path), QString("CBF43926"));
+    QCOMPARE(ArchiveChecksum::GetCRC32(folder.filePath("missing")), QString("0"));
   }
 
   void archiveSizeOfFile() {

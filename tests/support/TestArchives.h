@@ -39,7 +39,7 @@ QByteArray contentOf(const QString& path);
 // Names every icon request, so tests can tell which names got icons.
 class RecordingIcons : public EntryIcons {
  public:
-  QIcon forName(const QString& name) override {
+  QIcon setListViewIcon(const QString& name) override {
     names << name;
     return {};
   }

@@ -44,7 +44,7 @@ ArchiveEntries parseArjListing(const OutputLines& lines, EntryIcons& icons) {
       continue;
     ArchiveEntry entry;
     entry.name = QString::fromUtf8(name);
-    entry.fileIcon = icons.forName(entry.name);
+    entry.fileIcon = icons.setListViewIcon(entry.name);
     entry.crc32 = kNotShown;
     entry.dateModified = QString::fromUtf8(tokenFromEnd(tokens, 5)) + u' ' +
                          QString::fromUtf8(tokenFromEnd(tokens, 4));

@@ -4,7 +4,7 @@
 #include "platform/Desktop.h"
 #include "platform/ResourceIcons.h"
 
-QIcon CachedEntryIcons::forName(const QString& name) {
+QIcon CachedEntryIcons::setListViewIcon(const QString& name) {
   if (name.contains(u".app", Qt::CaseInsensitive)) {
     if (application_.isNull())
       application_ = ResourceIcons::named(QStringLiteral("application.png"));

@@ -12,7 +12,7 @@ class Desktop;
 class CachedEntryIcons : public EntryIcons {
  public:
   explicit CachedEntryIcons(Desktop& desktop) : desktop_(desktop) {}
-  QIcon forName(const QString& name) override;
+  QIcon setListViewIcon(const QString& name) override;
 
  private:
   Desktop& desktop_;

@@ -7,11 +7,11 @@
 class EntryIcons {
  public:
   virtual ~EntryIcons() = default;
-  virtual QIcon forName(const QString& name) = 0;
+  virtual QIcon setListViewIcon(const QString& name) = 0;
 };
 
 // For listings nobody looks at (the headless listing): no icon work at all.
 class NoEntryIcons : public EntryIcons {
  public:
-  QIcon forName(const QString&) override { return {}; }
+  QIcon setListViewIcon(const QString&) override { return {}; }
 };

@@ -51,7 +51,7 @@ ArchiveEntries parseLhaListing(const OutputLines& lines, LhaVersion version, Ent
 
     ArchiveEntry entry;
     entry.name = PathText::lastPathComponent(path);
-    entry.fileIcon = icons.forName(entry.name);
+    entry.fileIcon = icons.setListViewIcon(entry.name);
     entry.dateModified = QString::fromUtf8(tokens[columns.month]) + u'.' +
                          QString::fromUtf8(tokens[columns.day]) + u' ' +
                          QString::fromUtf8(tokens[columns.yearOrTime]);

@@ -32,7 +32,7 @@ ArchiveEntries parseVersion3(const OutputLines& lines, EntryIcons& icons) {
     const QByteArrayView firstPiece = twoSpaces < 0 ? line : line.first(twoSpaces);
     ArchiveEntry entry;
     entry.name = QString::fromUtf8(firstPiece.size() > 1 ? firstPiece.sliced(1) : QByteArrayView());
-    entry.fileIcon = icons.forName(QString::fromUtf8(firstPiece));
+    entry.fileIcon = icons.setListViewIcon(QString::fromUtf8(firstPiece));
     entry.dateModified = joined(tokenFromEnd(tokens, 6), tokenFromEnd(tokens, 5));
     if (containsNoCase(line, ".app")) {
       entry.crc32 = entry.packedSize = entry.originalSize = kNotShown;
@@ -75,7 +75,7 @@ ArchiveEntries parseVersion5(const OutputLines& lines, EntryIcons& icons) {
     ArchiveEntry entry;
     entry.name =
         nameStart < line.size() ? QString::fromUtf8(line.sliced(nameStart)).trimmed() : QString();
-    entry.fileIcon = icons.forName(entry.name);
+    entry.fileIcon = icons.setListViewIcon(entry.name);
     entry.dateModified = joined(tokens[date], time);
     entry.crc32 = entry.packedSize = kNotShown;
     entry.originalSize = containsNoCase(line, ".app") ? kNotShown : sizeOf(tokens[date - 1]);

@@ -161,7 +161,7 @@ std::optional<ArchiveEntry> SltListingParser::recordAt(const OutputLines& lines,
 
   ArchiveEntry entry;
   entry.name = QString::fromUtf8(name);
-  entry.fileIcon = icons_.forName(entry.name);
+  entry.fileIcon = icons_.setListViewIcon(entry.name);
   if (containsNoCase(line, ".app")) {
     entry.crc32 = entry.packedSize = entry.originalSize = kNotShown;
   } else {
