@@ -3,18 +3,23 @@
 #include "app/AboutClass.h"
 #include "app/DefaultLevelDisplay.h"
 #include "app/Engine.h"
+#include "app/FileAssociation.h"
 #include "app/FileManagerEntries.h"
+#include "app/FirstTimeAssociation.h"
+#include "app/PreferencesClass.h"
 #include "app/WebAddresses.h"
 #include "create/ArchiveCreation.h"
 #include "create/CreateArchiveWindow.h"
 #include "engine/ToolLocations.h"
 #include "platform/Desktop.h"
 #include "platform/PreferencesStore.h"
+#include "platform/WindowPlacement.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QMainWindow>
 #include <QPlainTextEdit>
@@ -45,7 +50,12 @@ AppController::AppController(Engine& engine, Services services, QObject* parent)
     : QObject(parent),
       engine_(engine),
       services_(std::move(services)),
-      about_(new AboutClass(engine.ui().mainWindow)) {
+      about_(new AboutClass(engine.ui().mainWindow)),
+      preferences_(
+          new PreferencesClass(engine.ui().mainWindow, services_.dialogs, services_.runner,
+                               engine.creation()->createArchiveWindow()->defaultLevelActions())),
+      firstTimeAssociation_(
+          new supportedFilesFirstTimeAssociation(engine.ui().mainWindow, services_.runner)) {
   const ShellActions& shell = engine.shell();
   connect(shell.menuAbout, &QAction::triggered, about_, &AboutClass::menuAbout);
   connect(shell.menuPreferences, &QAction::triggered, this, &AppController::menuPreferences);
@@ -77,6 +87,9 @@ void AppController::applicationDidFinishLaunching() {
   fadeIn->start(QAbstractAnimation::DeleteWhenStopped);
   makeTextViewNonWrapping();
   installFileManagerEntries();
+  preferences_->showStoredPreferences();
+  if (!FileAssociation::wasOffered())
+    firstTimeAssociation_->showFadedIn();
   showExtractionOptions();
   showDefaultLevel();
 }
@@ -95,7 +108,11 @@ bool AppController::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
-void AppController::menuPreferences() {}
+void AppController::menuPreferences() {
+  QDialog* window = preferences_->windowPreferences();
+  if (!window->isVisible())
+    WindowPlacement::centreAndShow(window);
+}
 
 void AppController::btnBackup() {
   engine_.ui().tabContainer->setCurrentIndex(BackupTab);

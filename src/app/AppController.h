@@ -6,6 +6,8 @@
 #include <functional>
 
 class AboutClass;
+class PreferencesClass;
+class supportedFilesFirstTimeAssociation;
 class Desktop;
 class Dialogs;
 class Engine;
@@ -32,6 +34,8 @@ class AppController : public QObject {
   ~AppController() override;
 
   AboutClass* about() const { return about_; }
+  PreferencesClass* preferences() const { return preferences_; }
+  supportedFilesFirstTimeAssociation* firstTimeAssociation() const { return firstTimeAssociation_; }
 
   void awakeFromNib();
   void applicationDidFinishLaunching();
@@ -60,4 +64,6 @@ class AppController : public QObject {
   Engine& engine_;
   Services services_;
   AboutClass* about_;
+  PreferencesClass* preferences_;
+  supportedFilesFirstTimeAssociation* firstTimeAssociation_;
 };

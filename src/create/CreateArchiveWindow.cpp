@@ -178,6 +178,7 @@ QWidget* CreateArchiveWindow::buildLevel() {
     });
   }
   makeDefault->setMenu(menu);
+  defaultLevelActions_ = menu->actions();
 
   layout->addWidget(compressionLevelSliderControl_, 0, 0);
   layout->addWidget(makeDefault, 0, 1);

@@ -27,6 +27,9 @@ class CreateArchiveWindow : public QDialog {
   // Start-up shows the default level on these without choosing it.
   QSlider* compressionLevelSliderControl() const { return compressionLevelSliderControl_; }
   QLabel* compressionLevelInfo() const { return compressionLevelInfo_; }
+  // The actions that store the default level, Lowest to Higher; the
+  // preferences offer the same.
+  const QList<QAction*>& defaultLevelActions() const { return defaultLevelActions_; }
   QString notes() const;
   void centreAndShow();
   // Every-item mode disables volumes and self-extraction without
@@ -70,6 +73,7 @@ class CreateArchiveWindow : public QDialog {
   QLineEdit* selectionForCompression_;
   QSlider* compressionLevelSliderControl_;
   QLabel* compressionLevelInfo_;
+  QList<QAction*> defaultLevelActions_;
   QCheckBox* chkPasswordProtected_;
   QLineEdit* textFieldPassword_;
   QLineEdit* textFieldPasswordConfirm_;

@@ -31,6 +31,7 @@ QString packageProviding(const QString& program) {
       {"md5sum", "coreutils"},
       {"curl", "curl"},
       {"xdg-open", "xdg-utils"},
+      {"xdg-mime", "xdg-utils"},
       {"sendmail", "a mail transfer agent such as postfix"},
   };
   return packages.value(PathText::lastPathComponent(program), QStringLiteral("its package"));
