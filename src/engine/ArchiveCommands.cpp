@@ -33,7 +33,6 @@ ToolRun extractAll(const Archive& archive, const ExtractionSetting& setting) {
   const QString name = LiteralNames::fileArgument(PathText::lastPathComponent(archive.path));
   const QString& type = archive.type;
   const QString& folder = setting.folder;
-  const bool keep = setting.collides && !setting.overwrite;
   ToolRun run;
   if (type == ArchiveType::Rar) {
     run = {ToolLocations::unrar(),
@@ -41,32 +40,38 @@ ToolRun extractAll(const Archive& archive, const ExtractionSetting& setting) {
     run.directory = archiveFolder;
   } else if (type == ArchiveType::Arj) {
     QStringList arguments = {"x", "-y"};
-    if (keep)
-      arguments << kArjNewFilesOnly;
     if (setting.arjVolumes)
       arguments << kArjVolumes;
     run = {ToolLocations::arj(), arguments << name << folder};
     run.directory = archiveFolder;
   } else if (type == ArchiveType::Lha) {
-    // Without "-f" lhasa asks about each existing file; the answer skips.
-    if (keep) {
-      run = {ToolLocations::lha(), {"x", archive.path}};
-      run.input = kLhaSkipAnswer;
-    } else {
-      run = {ToolLocations::lha(), {"x", "-f", archive.path}};
-    }
+    run = {ToolLocations::lha(), {"x", "-f", archive.path}};
     run.directory = folder;
   } else if (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2) {
     run = {QStringLiteral("/usr/bin/tar"), {"xvfj", archive.path}};
-    if (keep)
-      run.arguments << kTarSkipOldFiles;
     run.directory = folder;
   } else {
     run = sevenZip({"x", setting.passwordSwitch}, {name},
                    {"-o" + folder, "-ssc", setting.overwrite ? "-aoa" : "-aos", "-y"});
     run.directory = archiveFolder;
   }
+  if (setting.collides && !setting.overwrite)
+    keepExistingFiles(run);
   return run;
+}
+
+void keepExistingFiles(ToolRun& run) {
+  const QString tool = PathText::lastPathComponent(run.program);
+  if (tool == u"tar") {
+    run.arguments << kTarSkipOldFiles;
+  } else if (tool == u"arj") {
+    const qsizetype yes = run.arguments.indexOf(QStringLiteral("-y"));
+    run.arguments.insert(yes < 0 ? 1 : yes + 1, kArjNewFilesOnly);
+  } else if (tool == u"lha") {
+    // Without "-f" lhasa asks about each existing file; the answer skips.
+    run.arguments.removeOne(QStringLiteral("-f"));
+    run.input = kLhaSkipAnswer;
+  }
 }
 
 ToolRun extractEntry(const Archive& archive, const QString& entry, const QString& folder,

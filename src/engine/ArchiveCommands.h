@@ -33,6 +33,10 @@ struct ExtractionSetting {
 ToolRun extractAll(const Archive& archive, const ExtractionSetting& setting);
 // lhasa asks before it replaces a file; this answer skips them all.
 inline constexpr char kLhaSkipAnswer[] = "s\n";
+// tar, arj and lha replace existing files unless told not to: tar gets
+// "--skip-old-files", arj "-n" after its "-y", lha loses "-f" and answers
+// its questions with kLhaSkipAnswer. Other tools' runs stay as they are.
+void keepExistingFiles(ToolRun& run);
 
 // One selected entry of a zip or 7z archive; the password goes in bare, as
 // "-p" + password, and not at all when there is none.
