@@ -5,6 +5,7 @@
 #include "app/Engine.h"
 #include "app/FileAssociation.h"
 #include "app/FileManagerEntries.h"
+#include "app/FilesFromOutside.h"
 #include "app/FirstTimeAssociation.h"
 #include "app/PreferencesClass.h"
 #include "app/WebAddresses.h"
@@ -97,6 +98,25 @@ void AppController::applicationDidFinishLaunching() {
 bool AppController::windowShouldClose() {
   services_.terminate();
   return false;
+}
+
+bool AppController::application(QCoreApplication*, const QStringList& openFiles) {
+  if (!filesFromOutside_)
+    filesFromOutside_ = std::make_unique<FilesFromOutside>(
+        FilesFromOutside::Services{services_.runner, services_.dialogs, services_.desktop,
+                                   services_.terminate, services_.unattended},
+        *engine_.ui().mainWindow, *preferences_->chkExcludeDS_Store());
+  filesFromOutside_->openFiles(openFiles);
+  return true;
+}
+
+void AppController::btnPasswordDlgOK() {
+  if (filesFromOutside_)
+    filesFromOutside_->btnPasswordDlgOK();
+}
+
+void AppController::btnPasswordDlgCancel() {
+  services_.terminate();
 }
 
 bool AppController::eventFilter(QObject* watched, QEvent* event) {

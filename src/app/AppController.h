@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 class AboutClass;
 class PreferencesClass;
@@ -11,6 +12,7 @@ class supportedFilesFirstTimeAssociation;
 class Desktop;
 class Dialogs;
 class Engine;
+class FilesFromOutside;
 class QCoreApplication;
 class ToolRunner;
 
@@ -28,6 +30,8 @@ class AppController : public QObject {
     Desktop& desktop;
     // Ends the application (the event loop, and the process with it).
     std::function<void()> terminate;
+    // No display: see FilesFromOutside.
+    bool unattended = false;
   };
 
   AppController(Engine& engine, Services services, QObject* parent = nullptr);
@@ -41,6 +45,12 @@ class AppController : public QObject {
   void applicationDidFinishLaunching();
   // The main window's close button quits the application.
   bool windowShouldClose();
+  // Files handed over from outside, as full paths: extracted or packed at
+  // once, after which the application quits.
+  bool application(QCoreApplication* application, const QStringList& openFiles);
+  void btnPasswordDlgOK();
+  void btnPasswordDlgCancel();
+  FilesFromOutside* filesFromOutside() const { return filesFromOutside_.get(); }
 
   void menuPreferences();
   void btnBackup();
@@ -66,4 +76,5 @@ class AppController : public QObject {
   AboutClass* about_;
   PreferencesClass* preferences_;
   supportedFilesFirstTimeAssociation* firstTimeAssociation_;
+  std::unique_ptr<FilesFromOutside> filesFromOutside_;
 };

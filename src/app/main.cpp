@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QMainWindow>
+#include <QTimer>
 
 #include <memory>
 
@@ -25,7 +26,8 @@ struct CommandLine {
 void describe(QCommandLineParser& parser) {
   parser.setApplicationDescription(QStringLiteral(
       "Quillet, an archive manager.\n\n"
-      "quillet [FILE...] opens the window (with the archive FILE).\n"
+      "quillet opens the window; quillet FILE... extracts archives beside themselves, or packs\n"
+      "other files into one archive, and quits.\n"
       "quillet --list [--password TEXT] ARCHIVE opens ARCHIVE as the window would and prints\n"
       "one line per entry, the fields Name, OriginalSize, PackedSize, CRC32 and DateModified\n"
       "separated by tabs. Exit status: 0 listed (a type that lists nothing prints nothing),\n"
@@ -38,8 +40,10 @@ void describe(QCommandLineParser& parser) {
   parser.addOption({QStringLiteral("password"),
                     QStringLiteral("The password of a protected archive."),
                     QStringLiteral("TEXT")});
-  parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Archives to open."),
-                               QStringLiteral("[FILE...]"));
+  parser.addPositionalArgument(
+      QStringLiteral("files"),
+      QStringLiteral("Archives to extract, or files to pack into one archive."),
+      QStringLiteral("[FILE...]"));
 }
 
 CommandLine parse(const QCoreApplication& application) {
@@ -92,14 +96,22 @@ int runWindow(int argc, char** argv) {
 
   ProcessToolRunner runner;
   ProcessToolRunner jobRunner;
-  QtDialogs dialogs;
+  const bool unattended = QtDialogs::platformIsUnattended();
+  QtDialogs dialogs(unattended);
   QtDesktop desktop;
   Engine engine(runner, jobRunner, dialogs, desktop);
-  AppController controller(engine, {runner, dialogs, desktop, [] { QCoreApplication::quit(); }});
+  AppController controller(
+      engine, {runner, dialogs, desktop, [] { QCoreApplication::quit(); }, unattended});
   controller.awakeFromNib();
   controller.applicationDidFinishLaunching();
-  if (!line.files.isEmpty())
-    engine.openDialog({QFileInfo(line.files.first()).absoluteFilePath()}, 1);
+  if (!line.files.isEmpty()) {
+    QStringList openFiles;
+    for (const QString& file : line.files)
+      openFiles << QFileInfo(file).absoluteFilePath();
+    QTimer::singleShot(0, &controller, [&controller, &application, openFiles] {
+      controller.application(&application, openFiles);
+    });
+  }
   return application.exec();
 }
 

@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <cstdio>
+
 namespace {
 
 // Panels are shown a little translucent, as they were designed.
@@ -41,7 +43,16 @@ class FilesAndFoldersDialog : public QFileDialog {
 
 }  // namespace
 
+bool QtDialogs::platformIsUnattended() {
+  const QString platform = QGuiApplication::platformName();
+  return platform == u"offscreen" || platform == u"minimal";
+}
+
 void QtDialogs::alert(const QString& title, const QString& message, const QString& button) {
+  if (unattended_) {
+    std::fprintf(stderr, "quillet: %s: %s\n", qUtf8Printable(title), qUtf8Printable(message));
+    return;
+  }
   QMessageBox box(QApplication::activeWindow());
   box.setWindowTitle(title);
   box.setText(title);
@@ -52,6 +63,8 @@ void QtDialogs::alert(const QString& title, const QString& message, const QStrin
 }
 
 QStringList QtDialogs::chooseToOpen(QWidget* parent, const OpenPanel& panel) {
+  if (unattended_)
+    return {};
   FilesAndFoldersDialog dialog(parent, panel.title, panel.startFolder,
                                nameFilterFor(panel.extensions));
   if (panel.chooseFiles && panel.chooseFolders) {
@@ -74,6 +87,8 @@ QStringList QtDialogs::chooseToOpen(QWidget* parent, const OpenPanel& panel) {
 }
 
 QString QtDialogs::chooseToSave(QWidget* parent, const SavePanel& panel) {
+  if (unattended_)
+    return {};
   QFileDialog dialog(parent, panel.title, panel.startFolder);
   dialog.setWindowOpacity(kPanelOpacity);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
