@@ -102,10 +102,8 @@ bool AppController::windowShouldClose() {
 
 bool AppController::application(QCoreApplication*, const QStringList& openFiles) {
   if (!filesFromOutside_)
-    filesFromOutside_ = std::make_unique<FilesFromOutside>(
-        FilesFromOutside::Services{services_.runner, services_.dialogs, services_.desktop,
-                                   services_.terminate, services_.unattended},
-        *engine_.ui().mainWindow, *preferences_->chkExcludeDS_Store());
+    filesFromOutside_ = std::make_unique<FilesFromOutside>(services_, *engine_.ui().mainWindow,
+                                                           *preferences_->chkExcludeDS_Store());
   filesFromOutside_->openFiles(openFiles);
   return true;
 }

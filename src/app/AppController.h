@@ -1,20 +1,18 @@
 #pragma once
 
+#include "platform/ApplicationServices.h"
+
 #include <QObject>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 
 class AboutClass;
 class PreferencesClass;
 class supportedFilesFirstTimeAssociation;
-class Desktop;
-class Dialogs;
 class Engine;
 class FilesFromOutside;
 class QCoreApplication;
-class ToolRunner;
 
 // The application's delegate: brings the main window up, puts the stored
 // preferences into the controls, installs the file managers' entries,
@@ -24,15 +22,7 @@ class AppController : public QObject {
   Q_OBJECT
 
  public:
-  struct Services {
-    ToolRunner& runner;
-    Dialogs& dialogs;
-    Desktop& desktop;
-    // Ends the application (the event loop, and the process with it).
-    std::function<void()> terminate;
-    // No display: see FilesFromOutside.
-    bool unattended = false;
-  };
+  using Services = ApplicationServices;
 
   AppController(Engine& engine, Services services, QObject* parent = nullptr);
   ~AppController() override;

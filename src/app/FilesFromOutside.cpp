@@ -83,8 +83,7 @@ void FilesFromOutside::showQuickPanel(const QString& archive) {
                       .arg(PathText::lastPathComponent(archive)));
     return;
   }
-  contextMenu_ = std::make_unique<contextMenuClass>(contextMenuClass::Services{
-      services_.runner, services_.dialogs, services_.desktop, services_.terminate});
+  contextMenu_ = std::make_unique<contextMenuClass>(services_);
   contextMenu_->awakeFromNib();
   contextMenu_->setHiddenFileName(archive);
   contextMenu_->fadeInPanel();

@@ -1,21 +1,18 @@
 #pragma once
 
 #include "engine/OneShotExtraction.h"
+#include "platform/ApplicationServices.h"
 
 #include <QObject>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 
 class contextMenuClass;
-class Desktop;
-class Dialogs;
 class QCheckBox;
 class QMainWindow;
 class QuickExtractionWindow;
 class QuickPasswordDialog;
-class ToolRunner;
 
 // The files a file manager hands over on the command line: a list that
 // starts with an archive is extracted file by file beside itself (or goes
@@ -28,15 +25,7 @@ class FilesFromOutside : public QObject {
  public:
   enum class Route { QuickPanel, Compress, Extract };
 
-  struct Services {
-    ToolRunner& runner;
-    Dialogs& dialogs;
-    Desktop& desktop;
-    std::function<void()> terminate;
-    // No display: nobody can click the panel or type a password, so those
-    // routes end at once.
-    bool unattended = false;
-  };
+  using Services = ApplicationServices;
 
   // excludeDsStore is the preferences' check box, read when packing.
   FilesFromOutside(Services services, QMainWindow& mainWindow, const QCheckBox& excludeDsStore,

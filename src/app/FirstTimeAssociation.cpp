@@ -1,5 +1,6 @@
 #include "app/FirstTimeAssociation.h"
 
+#include "app/AssociateNowButton.h"
 #include "app/FileAssociation.h"
 #include "platform/ResourceIcons.h"
 #include "platform/WindowPlacement.h"
@@ -73,12 +74,7 @@ void supportedFilesFirstTimeAssociation::showFadedIn() {
 }
 
 void supportedFilesFirstTimeAssociation::btnAssociateNow() {
-  const std::optional<QString> problem = FileAssociation::associate(runner_);
-  btnAssociateNow_->setText(QStringLiteral("Done"));
-  btnAssociateNow_->setEnabled(false);
-  FileAssociation::rememberOffered();
-  associationProblem_->setText(problem.value_or(QString()));
-  associationProblem_->setVisible(problem.has_value());
+  AssociateNowButton::press(runner_, *btnAssociateNow_, *associationProblem_);
 }
 
 void supportedFilesFirstTimeAssociation::btnClose() {

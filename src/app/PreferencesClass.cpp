@@ -1,7 +1,7 @@
 #include "app/PreferencesClass.h"
 
+#include "app/AssociateNowButton.h"
 #include "app/DefaultLevelDisplay.h"
-#include "app/FileAssociation.h"
 #include "app/OnDropSwitches.h"
 #include "platform/Dialogs.h"
 #include "platform/PreferenceKeys.h"
@@ -413,12 +413,7 @@ void PreferencesClass::btnChooseBackupFolder() {
 }
 
 void PreferencesClass::btnAssociateSupportedFileTypes() {
-  const std::optional<QString> problem = FileAssociation::associate(runner_);
-  btnAssociateNow_->setText(QStringLiteral("Done"));
-  btnAssociateNow_->setEnabled(false);
-  FileAssociation::rememberOffered();
-  associationProblem_->setText(problem.value_or(QString()));
-  associationProblem_->setVisible(problem.has_value());
+  AssociateNowButton::press(runner_, *btnAssociateNow_, *associationProblem_);
 }
 
 void PreferencesClass::btnClosePreferencesWindow() {

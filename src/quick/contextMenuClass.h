@@ -1,19 +1,16 @@
 #pragma once
 
 #include "engine/OneShotExtraction.h"
+#include "platform/ApplicationServices.h"
 
 #include <QObject>
 #include <QString>
 
-#include <functional>
 #include <memory>
 
 class contextMenuWindowClass;
-class Desktop;
-class Dialogs;
 class QuickExtractionWindow;
 class QuickPasswordDialog;
-class ToolRunner;
 
 // The quick-extract panel: it pops up under the pointer for an archive
 // handed over from outside, extracts it in place through a small extraction
@@ -23,13 +20,7 @@ class contextMenuClass : public QObject {
   Q_OBJECT
 
  public:
-  struct Services {
-    ToolRunner& runner;
-    Dialogs& dialogs;
-    Desktop& desktop;
-    // Ends the application.
-    std::function<void()> terminate;
-  };
+  using Services = ApplicationServices;
 
   explicit contextMenuClass(Services services, QObject* parent = nullptr);
   ~contextMenuClass() override;
