@@ -61,6 +61,14 @@ QString typeAsUnpacked(const ToolRun& run, const QString& type) {
   return bzip2 && run.program == ToolLocations::sevenZip() ? ArchiveType::Bzip2 : type;
 }
 
+// Without "-v" arj stops at the end of the first volume, cutting the file
+// that goes on in the next one.
+QStringList arjVolumes(const QString& archive, QStringList arguments) {
+  if (QFileInfo::exists(ArchiveCommands::firstArjVolume(archive)))
+    arguments << QStringLiteral("-v");
+  return arguments;
+}
+
 void removeFileOrFolder(const QString& path) {
   const QFileInfo found(path);
   // A link of that name goes alone, never what it leads to.
@@ -183,7 +191,7 @@ ToolRun OneShotExtraction::extraction(Route route, const QString& archive,
   else if (type == ArchiveType::Rar)
     run = {ToolLocations::unrar(), {"x", rarOverwrite(overwrite), "-y", given}};
   else if (type == ArchiveType::Arj)
-    run = {ToolLocations::arj(), {"x", "-y", given}};
+    run = {ToolLocations::arj(), arjVolumes(archive, {"x", "-y"}) << given};
   else if (type == ArchiveType::Lha)
     run = {ToolLocations::lha(), {"x", "-f", fullPath}};
   else if (route == Route::FromOutside && (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2))

@@ -484,6 +484,29 @@ class OneShotExtractionTest : public QObject {
     QVERIFY(flow.ui.failures.isEmpty());
   }
 
+  // A multi-volume arj was cut at the end of its first volume.
+  void arjVolumesAreExtractedWhole_data() {
+    QTest::addColumn<Route>("route");
+    QTest::newRow("outside") << Route::FromOutside;
+    QTest::newRow("panel") << Route::QuickPanel;
+  }
+  void arjVolumesAreExtractedWhole() {
+    QFETCH(Route, route);
+    QTemporaryDir top;
+    QByteArray big;
+    for (int i = 0; i < 40000; ++i)
+      big += QByteArray::number(i * 2654435761u, 36);
+    writeFile(top.filePath("source/big.bin"), big);
+    const QString folder = top.filePath("in box");
+    QDir().mkpath(folder);
+    TestArchives::runIn(top.filePath("source"), "arj",
+                        {"a", "-y", "-m0", "-v100k", folder + "/mv.arj", "big.bin"});
+    QVERIFY(QFile::exists(folder + "/mv.a01"));
+    Flow<RecordingRunner> flow(route);
+    QCOMPARE(flow.extraction.extract(folder + "/mv.arj"), Outcome::Done);
+    QCOMPARE(contentOf(folder + "/big.bin"), big);
+  }
+
   // With overwriting on, 7-Zip empties a file it would replace before it
   // finds the password wrong.
   void aWrongPasswordLosesNoFile_data() {
