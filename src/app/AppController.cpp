@@ -8,13 +8,18 @@
 #include "app/FilesFromOutside.h"
 #include "app/FirstTimeAssociation.h"
 #include "app/PreferencesClass.h"
+#include "app/UpdateClass.h"
 #include "app/WebAddresses.h"
 #include "create/ArchiveCreation.h"
+#include "create/ClassEmail.h"
 #include "create/CreateArchiveWindow.h"
+#include "create/classFTP.h"
 #include "engine/ToolLocations.h"
 #include "platform/Desktop.h"
 #include "platform/PreferencesStore.h"
 #include "platform/WindowPlacement.h"
+#include "quick/contextMenuClass.h"
+#include "tools/MD5GeneratorClass.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -25,6 +30,7 @@
 #include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QPropertyAnimation>
+#include <QPushButton>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -56,7 +62,8 @@ AppController::AppController(Engine& engine, Services services, QObject* parent)
           new PreferencesClass(engine.ui().mainWindow, services_.dialogs, services_.runner,
                                engine.creation()->createArchiveWindow()->defaultLevelActions())),
       firstTimeAssociation_(
-          new supportedFilesFirstTimeAssociation(engine.ui().mainWindow, services_.runner)) {
+          new supportedFilesFirstTimeAssociation(engine.ui().mainWindow, services_.runner)),
+      updates_(new UpdateClass(services_.dialogs, services_.desktop, engine.ui().mainWindow)) {
   const ShellActions& shell = engine.shell();
   connect(shell.menuAbout, &QAction::triggered, about_, &AboutClass::menuAbout);
   connect(shell.menuPreferences, &QAction::triggered, this, &AppController::menuPreferences);
@@ -64,10 +71,25 @@ AppController::AppController(Engine& engine, Services services, QObject* parent)
   connect(shell.btnDMGUtil, &QAction::triggered, this, &AppController::btnDMGUtil);
   connect(shell.btnWeb, &QAction::triggered, this, &AppController::btnWeb);
   connect(shell.btnCheckForUpdates, &QAction::triggered, this, &AppController::btnCheckForUpdates);
+  connect(shell.mnuLatestVersionChanges, &QAction::triggered, updates_,
+          &UpdateClass::mnuLatestVersionChanges);
+  connect(updates_, &UpdateClass::autoCheckChanged, preferences_->chkAutoUpdateChkBox(),
+          &QCheckBox::setChecked);
+  connect(preferences_->chkAutoUpdateChkBox(), &QCheckBox::clicked, updates_->chkBoxAutoUpdate(),
+          &QCheckBox::setChecked);
+  connect(preferences_->btnPreferencesFTPSettings(), &QPushButton::clicked, engine.ftp(),
+          &classFTP::btnPreferencesFTPSettings);
+  connect(preferences_->btnOpenEmailSettings(), &QPushButton::clicked, engine.email(),
+          &ClassEmail::btnOpenEmailSettings);
   connect(shell.btnBlog, &QAction::triggered, this, &AppController::btnBlog);
   connect(shell.btnFacebook, &QAction::triggered, this, &AppController::btnFacebook);
   connect(shell.btnTwitter, &QAction::triggered, this, &AppController::btnTwitter);
   connect(engine.ui().quitAction, &QAction::triggered, this, [this] { services_.terminate(); });
+  // Without an open archive the checksum is of the file handed over.
+  engine.md5Generator()->setCustomContextMenuPathSource([this] {
+    const contextMenuClass* panel = filesFromOutside_ ? filesFromOutside_->contextMenu() : nullptr;
+    return panel ? panel->hiddenFileName() : QString();
+  });
 }
 
 AppController::~AppController() = default;

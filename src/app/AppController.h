@@ -9,6 +9,7 @@
 
 class AboutClass;
 class PreferencesClass;
+class UpdateClass;
 class supportedFilesFirstTimeAssociation;
 class Engine;
 class FilesFromOutside;
@@ -30,6 +31,8 @@ class AppController : public QObject {
   AboutClass* about() const { return about_; }
   PreferencesClass* preferences() const { return preferences_; }
   supportedFilesFirstTimeAssociation* firstTimeAssociation() const { return firstTimeAssociation_; }
+  // Its start-up check runs only where someone can see the window.
+  UpdateClass* updates() const { return updates_; }
 
   void awakeFromNib();
   void applicationDidFinishLaunching();
@@ -66,5 +69,6 @@ class AppController : public QObject {
   AboutClass* about_;
   PreferencesClass* preferences_;
   supportedFilesFirstTimeAssociation* firstTimeAssociation_;
+  UpdateClass* updates_;
   std::unique_ptr<FilesFromOutside> filesFromOutside_;
 };

@@ -1,30 +1,47 @@
 #include "app/Engine.h"
 
+#include "app/ArchiveDrops.h"
 #include "app/MainWindowBuilder.h"
 #include "create/ArchiveCreation.h"
+#include "create/ClassEmail.h"
+#include "create/CreateArchiveListView.h"
+#include "create/CreateArchiveWindow.h"
 #include "create/CreateTab.h"
 #include "create/JobSettings.h"
+#include "create/classFTP.h"
 #include "engine/ArchiveEditing.h"
 #include "engine/ArchiveTest.h"
 #include "engine/ArchiveType.h"
 #include "engine/EntriesModel.h"
+#include "engine/EntryOpening.h"
 #include "engine/Extraction.h"
+#include "engine/OperationStatus.h"
 #include "engine/PasswordPanel.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ResourceIcons.h"
+#include "tools/ConverterWindow.h"
+#include "tools/DMGUtility.h"
+#include "tools/FilePreview.h"
+#include "tools/MD5GeneratorClass.h"
+#include "tools/backupEngine.h"
+#include "tools/converter.h"
 
 #include <QAction>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTableView>
 
 namespace {
 
@@ -50,10 +67,31 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
   creation_ = new ArchiveCreation(
       jobRunner, dialogs, {ui_.mainWindow, createTab_, ui_.fileContentView, ui_.compressionSpin},
       this);
+  ftp_ = new classFTP(runner, dialogs, ui_.mainWindow);
+  email_ = new ClassEmail(ui_.mainWindow);
+  connect(creation_->createArchiveWindow()->btnFTPSettings(), &QPushButton::clicked, ftp_,
+          &classFTP::btnFTPSettings);
+  connect(creation_->createArchiveWindow()->btnOpenEmailSettings(), &QPushButton::clicked, email_,
+          &ClassEmail::btnOpenEmailSettings);
   const EngineContext context{runner, dialogs, desktop, opener_, ui_, enterPasswordDlg_};
   extraction_ = new Extraction(context, this);
   test_ = new ArchiveTest(context, this);
   editing_ = new ArchiveEditing(context, *creation_, this);
+  entryOpening_ = new EntryOpening(context, this);
+  drops_ = new ArchiveDrops(
+      ui_.tabContainer->widget(OpenedArchiveTab), dialogs,
+      {[this](const QString& archive) { openDialog({archive}, kPanelOk); },
+       [this] { return opener_.archive().isOpen(); }, [this] { return opener_.archive().filename; },
+       [this](const QStringList& paths) { editing_->updateArchive(paths, kPanelOk); }},
+      this);
+  converter_ = new converter(context, this);
+  filePreview_ = new FilePreview(context, this);
+  md5Generator_ = new MD5GeneratorClass(runner, ui_.filepath, ui_.mainWindow, this);
+  connect(ui_.btnConvert, &QAction::triggered, this, &Engine::btnConvert);
+  connect(ui_.btnMD5Generator, &QAction::triggered, md5Generator_,
+          &MD5GeneratorClass::btnMD5Generator);
+  backup_ = new backupEngine(runner, dialogs, desktop, ui_.backupTab, ui_.mainWindow, this);
+  dmgUtility_ = new DMGUtility(dialogs, ui_.diskImageTab, ui_.mainWindow, this);
   connect(ui_.btnSwitchToCreate, &QAction::triggered, this, &Engine::btnSwitchToCreate);
   connect(ui_.openAction, &QAction::triggered, this, &Engine::btnOpenAction);
   connect(ui_.quitAction, &QAction::triggered, ui_.mainWindow, &QMainWindow::close);
@@ -64,6 +102,16 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
             if (!visible && !ui_.mainWindow->isMinimized())
               ui_.btnExpandArchiveFilePreview->setChecked(false);
           });
+  disconnect(ui_.addFilesToArchive, &QAction::triggered, editing_, nullptr);
+  connect(ui_.addFilesToArchive, &QAction::triggered, this, &Engine::addFiles);
+  connect(ui_.openedArchiveTableView->selectionModel(), &QItemSelectionModel::selectionChanged,
+          this, &Engine::updateActions);
+  connect(ui_.tabContainer, &QTabWidget::currentChanged, this, &Engine::updateActions);
+  connect(ui_.tabContainer, &QTabWidget::currentChanged, ui_.operationStatus,
+          &OperationStatus::clear);
+  connect(ui_.operationStatus, &OperationStatus::showFolderRequested, this,
+          [&desktop](const QString& folder) { desktop.showFolder(folder); });
+  updateActions();
   connect(enterPasswordDlg_, &PasswordPanel::okPressed, this, &Engine::btnPasswordProtectedDlgOK);
   connect(enterPasswordDlg_, &PasswordPanel::closePressed, this, &Engine::btnClosePasswordDlg);
   rebuildRecentMenu();
@@ -82,6 +130,16 @@ void Engine::btnSwitchToCreate() {
   ui_.tabContainer->setCurrentIndex(CreateArchiveTab);
 }
 
+void Engine::btnConvert() {
+  if (ui_.filepath->text().isEmpty()) {
+    dialogs_.alert(QStringLiteral("No archive loaded."),
+                   QStringLiteral("Please open an archive first."), QStringLiteral("OK"));
+    return;
+  }
+  if (!converter_->mainWindow()->isVisible())
+    converter_->centreAndShow();
+}
+
 void Engine::btnOpenAction() {
   ui_.tabContainer->setCurrentIndex(OpenedArchiveTab);
   Dialogs::OpenPanel panel;
@@ -95,6 +153,15 @@ void Engine::openDialog(const QStringList& sheet, int returnCode) {
   if (returnCode != kPanelOk || sheet.isEmpty())
     return;
   opener_.open(sheet.first());
+  if (opener_.archive().isOpen() && !opener_.listsContents()) {
+    // The rows of the archive opened before stay; they must not pass for
+    // this one's.
+    QString message =
+        tr("Quillet does not list the contents of .%1 archives").arg(opener_.archive().archivetype);
+    if (ui_.oppenedArchiveArrayController->rowCount() > 0)
+      message += tr("; the rows shown are those of the archive opened before");
+    ui_.operationStatus->showFailure(message, QString());
+  }
 }
 
 void Engine::btnPasswordProtectedDlgOK() {
@@ -130,6 +197,24 @@ void Engine::tabSwitchObserver() {
   }
 }
 
+void Engine::updateActions() {
+  const bool open = opener_.archive().isOpen();
+  const bool selected = open && ui_.openedArchiveTableView->selectionModel()->hasSelection();
+  for (QAction* action :
+       {ui_.btnExtractAction, ui_.btnTestAction, ui_.btnOpenArchiveFolder, ui_.btnConvert})
+    action->setEnabled(open);
+  ui_.btnExtractSelected->setEnabled(selected);
+  ui_.btnDeleteSelectedFilesFromArchive->setEnabled(selected);
+  ui_.addFilesToArchive->setEnabled(open || ui_.tabContainer->currentIndex() == CreateArchiveTab);
+}
+
+void Engine::addFiles() {
+  if (ui_.tabContainer->currentIndex() == CreateArchiveTab)
+    createTab_->list()->btnAddContent();
+  else
+    editing_->addFilesToArchive();
+}
+
 void Engine::startSpinner() {
   ui_.loadingArchiveListingLoader->show();
 }
@@ -154,6 +239,10 @@ void Engine::showArchive(const OpenedArchive& archive) {
       ui_.sourceArchive4ConvertionIcon->setPixmap(image);
   }
   ui_.mainWindow->statusBar()->clearMessage();
+  // Nothing of the previous archive stays on screen.
+  ui_.fileContentView->clear();
+  ui_.entriesFilter->clear();
+  updateActions();
 }
 
 void Engine::noteRecentDocument(const QString& path) {
@@ -181,16 +270,13 @@ void Engine::showRows(const ArchiveEntries& rows) {
   ui_.oppenedArchiveArrayController->setEntries(rows);
   ui_.fieldOpenedArchiveNumberOfFiles->setText(
       QString::asprintf("%i", static_cast<int>(rows.size())));
+  updateActions();
 }
 
 void Engine::reportProblem(const ToolProblem& problem) {
-  showStatus(problem.message);
+  ui_.operationStatus->showFailure(problem.message, QString());
   if (problem.kind == ToolProblem::Kind::MissingProgram)
     dialogs_.alert(tr("Missing program"), problem.message, QStringLiteral("OK"));
-}
-
-void Engine::showStatus(const QString& message) {
-  ui_.mainWindow->statusBar()->showMessage(message);
 }
 
 void Engine::rebuildRecentMenu() {

@@ -3,6 +3,8 @@
 #include "app/DropZone.h"
 #include "create/CreateTab.h"
 #include "engine/EntriesModel.h"
+#include "engine/EntriesProxy.h"
+#include "engine/OperationStatus.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ResourceIcons.h"
 
@@ -45,16 +47,6 @@ QLineEdit* fieldNamed(const char* objectName) {
   field->setFocusPolicy(Qt::ClickFocus);
   field->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
   return field;
-}
-
-QWidget* placeholderTab(const QString& text) {
-  auto* page = new QWidget;
-  auto* layout = new QVBoxLayout(page);
-  auto* label = new QLabel(text);
-  label->setAlignment(Qt::AlignCenter);
-  label->setEnabled(false);
-  layout->addWidget(label);
-  return page;
 }
 
 void buildArchiveHeader(MainWindowUi& ui, QVBoxLayout* page) {
@@ -104,8 +96,9 @@ void buildArchiveHeader(MainWindowUi& ui, QVBoxLayout* page) {
 QTableView* buildEntriesTable(MainWindowUi& ui, QWidget* parent) {
   ui.oppenedArchiveArrayController = new EntriesModel(parent);
   ui.oppenedArchiveArrayController->setObjectName(QStringLiteral("oppenedArchiveArrayController"));
+  ui.entriesProxy = new EntriesProxy(ui.oppenedArchiveArrayController, parent);
   auto* table = named(new QTableView, "openedArchiveTableView");
-  table->setModel(ui.oppenedArchiveArrayController);
+  table->setModel(ui.entriesProxy);
   table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->setSelectionMode(QAbstractItemView::ExtendedSelection);
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -126,8 +119,34 @@ QTableView* buildEntriesTable(MainWindowUi& ui, QWidget* parent) {
   columns->resizeSection(EntriesModel::PackedSize, 110);
   columns->resizeSection(EntriesModel::Crc32, 100);
   columns->resizeSection(EntriesModel::DateModified, 200);
+  columns->setSortIndicatorShown(true);
+  // No indicator: the rows stay in the tool's order until a header is clicked.
+  columns->setSortIndicator(-1, Qt::AscendingOrder);
+  table->setSortingEnabled(true);
   ui.openedArchiveTableView = table;
   return table;
+}
+
+QLineEdit* buildEntriesFilter(MainWindowUi& ui) {
+  ui.entriesFilter = named(new QLineEdit, "entriesFilter");
+  ui.entriesFilter->setPlaceholderText(QObject::tr("Filter by name (Ctrl+F)"));
+  ui.entriesFilter->setClearButtonEnabled(true);
+  if (QIcon::hasThemeIcon(QStringLiteral("edit-find")))
+    ui.entriesFilter->addAction(QIcon::fromTheme(QStringLiteral("edit-find")),
+                                QLineEdit::LeadingPosition);
+  QObject::connect(ui.entriesFilter, &QLineEdit::textChanged, ui.entriesProxy,
+                   &EntriesProxy::setNameFilter);
+  auto* find = new QAction(QObject::tr("&Find"), ui.entriesFilter);
+  find->setShortcut(QKeySequence::Find);
+  find->setShortcutContext(Qt::WindowShortcut);
+  QObject::connect(find, &QAction::triggered, ui.entriesFilter,
+                   [field = ui.entriesFilter, tabs = ui.tabContainer] {
+                     tabs->setCurrentIndex(0);
+                     field->setFocus(Qt::ShortcutFocusReason);
+                     field->selectAll();
+                   });
+  ui.mainWindow->addAction(find);
+  return ui.entriesFilter;
 }
 
 // Start-up puts the stored values into these (AppController).
@@ -165,7 +184,12 @@ QWidget* buildArchiveTab(MainWindowUi& ui) {
   buildArchiveHeader(ui, layout);
 
   auto* splitter = new QSplitter(Qt::Vertical);
-  splitter->addWidget(buildEntriesTable(ui, page));
+  auto* listing = new QWidget;
+  auto* listingLayout = new QVBoxLayout(listing);
+  listingLayout->setContentsMargins(0, 0, 0, 0);
+  listingLayout->addWidget(buildEntriesTable(ui, page));
+  listingLayout->insertWidget(0, buildEntriesFilter(ui));
+  splitter->addWidget(listing);
   auto* lower = new QWidget;
   auto* lowerLayout = new QVBoxLayout(lower);
   lowerLayout->setContentsMargins(0, 0, 0, 0);
@@ -179,6 +203,9 @@ QWidget* buildArchiveTab(MainWindowUi& ui) {
   splitter->setStretchFactor(0, 4);
   splitter->setStretchFactor(1, 1);
   splitter->setChildrenCollapsible(false);
+  // The listing gets the room; the messages start at a few lines.
+  ui.fileContentView->setMinimumHeight(ui.fileContentView->fontMetrics().lineSpacing() * 4);
+  splitter->setSizes({4000, 1});
   layout->addWidget(splitter, 1);
   return page;
 }
@@ -226,6 +253,10 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   ui.openedArchiveTableView->addAction(ui.btnDeleteSelectedFilesFromArchive);
   ui.btnOpenArchiveFolder =
       action("btnOpenArchiveFolder", QObject::tr("Show in &Folder"), "folder-open", "folder");
+  ui.btnConvert = action("btnConvert", QObject::tr("Con&vert…"), "document-save-as", "archive");
+  ui.btnConvert->setToolTip(QObject::tr("Convert the archive into another format"));
+  ui.btnMD5Generator =
+      action("btnMD5Generator", QObject::tr("&MD5 Checksum"), "document-properties", "document");
 
   ui.quitAction = new QAction(QIcon::fromTheme(QStringLiteral("application-exit")),
                               QObject::tr("&Quit"), window);
@@ -249,7 +280,8 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   file->addSeparator();
   file->addAction(ui.quitAction);
   QMenu* archive = window->menuBar()->addMenu(QObject::tr("&Archive"));
-  archive->addActions({ui.btnExtractAction, ui.btnExtractSelected, ui.btnTestAction});
+  archive->addActions(
+      {ui.btnExtractAction, ui.btnExtractSelected, ui.btnTestAction, ui.btnConvert});
   archive->addSeparator();
   archive->addActions({ui.addFilesToArchive, ui.btnDeleteSelectedFilesFromArchive});
   QMenu* view = window->menuBar()->addMenu(QObject::tr("&View"));
@@ -267,7 +299,7 @@ void buildMenusAndToolbar(MainWindowUi& ui) {
   toolbar->addAction(ui.btnSwitchToCreate);
   toolbar->addSeparator();
   toolbar->addActions({ui.btnExtractAction, ui.btnTestAction, ui.addFilesToArchive,
-                       ui.btnDeleteSelectedFilesFromArchive});
+                       ui.btnDeleteSelectedFilesFromArchive, ui.btnConvert});
   toolbar->addSeparator();
   toolbar->addAction(ui.btnExpandArchiveFilePreview);
 }
@@ -282,7 +314,7 @@ void buildShellMenus(const MainWindowUi& ui, ShellActions& shell) {
   shell.btnBackup = action("btnBackup", QObject::tr("Home-Folder &Backup"), "document-save");
   shell.btnDMGUtil = action("btnDMGUtil", QObject::tr("&Disk Image"), "media-optical");
   QMenu* tools = window->menuBar()->addMenu(QObject::tr("&Tools"));
-  tools->addActions({shell.btnBackup, shell.btnDMGUtil});
+  tools->addActions({shell.btnBackup, shell.btnDMGUtil, ui.btnMD5Generator});
 
   shell.menuPreferences =
       action("menuPreferences", QObject::tr("&Preferences…"), "preferences-system");
@@ -293,12 +325,14 @@ void buildShellMenus(const MainWindowUi& ui, ShellActions& shell) {
   shell.btnWeb = action("btnWeb", QObject::tr("Quillet &Website"), "internet-web-browser");
   shell.btnCheckForUpdates =
       action("btnCheckForUpdates", QObject::tr("Check for &Updates"), "system-software-update");
+  shell.mnuLatestVersionChanges =
+      action("mnuLatestVersionChanges", QObject::tr("&Latest Version Changes"), "view-history");
   shell.btnBlog = action("btnBlog", QObject::tr("&Blog"), "");
   shell.btnFacebook = action("btnFacebook", QObject::tr("Quillet on &Facebook"), "");
   shell.btnTwitter = action("btnTwitter", QObject::tr("Quillet on &Twitter"), "");
   shell.menuAbout = ui.aboutAction;
   QMenu* help = window->menuBar()->addMenu(QObject::tr("&Help"));
-  help->addActions({shell.btnWeb, shell.btnCheckForUpdates});
+  help->addActions({shell.btnWeb, shell.btnCheckForUpdates, shell.mnuLatestVersionChanges});
   help->addSeparator();
   help->addActions({shell.btnBlog, shell.btnFacebook, shell.btnTwitter});
   help->addSeparator();
@@ -310,13 +344,8 @@ void buildSidePanels(MainWindowUi& ui, Dialogs& dialogs) {
   ui.mainWindow->addDockWidget(Qt::RightDockWidgetArea, ui.dropZone);
   ui.dropZone->hide();
 
+  // The preview (FilePreview) puts its panel in.
   ui.drawerObject = named(new QDockWidget(QObject::tr("Preview"), ui.mainWindow), "drawerObject");
-  auto* preview = new QLabel(QObject::tr("Select an image in the archive to preview it."));
-  preview->setAlignment(Qt::AlignCenter);
-  preview->setWordWrap(true);
-  preview->setMinimumWidth(200);
-  preview->setEnabled(false);
-  ui.drawerObject->setWidget(preview);
   ui.drawerObject->setFeatures(QDockWidget::DockWidgetClosable);
   ui.mainWindow->addDockWidget(Qt::RightDockWidgetArea, ui.drawerObject);
   ui.drawerObject->hide();
@@ -335,16 +364,17 @@ MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab, ShellAction
   ui.tabContainer->setDocumentMode(true);
   ui.tabContainer->addTab(buildArchiveTab(ui), QObject::tr("Archive"));
   ui.tabContainer->addTab(createTab, QObject::tr("Create"));
-  ui.tabContainer->addTab(placeholderTab(QObject::tr("Backup is not available yet.")),
-                          QObject::tr("Backup"));
-  ui.tabContainer->addTab(placeholderTab(QObject::tr("Disk images are not available yet.")),
-                          QObject::tr("Disk image"));
+  ui.backupTab = named(new QWidget, "backupTab");
+  ui.tabContainer->addTab(ui.backupTab, QObject::tr("Backup"));
+  ui.diskImageTab = named(new QWidget, "diskImageTab");
+  ui.tabContainer->addTab(ui.diskImageTab, QObject::tr("Disk image"));
   ui.mainWindow->setCentralWidget(ui.tabContainer);
 
   buildMenusAndToolbar(ui);
   buildShellMenus(ui, shell);
   buildSidePanels(ui, dialogs);
 
+  ui.operationStatus = new OperationStatus(ui.mainWindow->statusBar());
   ui.loadingArchiveListingLoader = named(new QProgressBar, "loadingArchiveListingLoader");
   ui.loadingArchiveListingLoader->setRange(0, 0);
   ui.loadingArchiveListingLoader->setMaximumWidth(140);

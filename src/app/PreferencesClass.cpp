@@ -194,7 +194,24 @@ QWidget* PreferencesClass::buildInternet() {
                &PreferencesClass::chkAutoCheckForUpdates);
   auto* layout = new QVBoxLayout(updates);
   layout->addWidget(chkAutoUpdateChkBox_);
-  return page({updates});
+
+  auto* upload = new QGroupBox(tr("Uploading new archives"));
+  btnPreferencesFTPSettings_ = named(
+      new QPushButton(QIcon::fromTheme(QStringLiteral("network-server")), tr("FTP Settings…")),
+      "btnPreferencesFTPSettings");
+  btnOpenEmailSettings_ = named(
+      new QPushButton(QIcon::fromTheme(QStringLiteral("mail-message-new")), tr("E-mail Settings…")),
+      "btnOpenEmailSettings");
+  auto* uploadLayout = new QVBoxLayout(upload);
+  uploadLayout->addWidget(
+      explanation(tr("A new archive can be uploaded to an FTP server, and an e-mail notice with "
+                     "its link sent once the upload is done.")));
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(btnPreferencesFTPSettings_);
+  buttons->addWidget(btnOpenEmailSettings_);
+  buttons->addStretch(1);
+  uploadLayout->addLayout(buttons);
+  return page({updates, upload});
 }
 
 QWidget* PreferencesClass::buildMisc() {

@@ -34,6 +34,11 @@ class PreferencesClass : public QObject {
   // Compressing files handed over from outside leaves .DS_Store files out
   // by this box.
   QCheckBox* chkExcludeDS_Store() const { return chkExcludeDS_Store_; }
+  // The update window has the same switch; the two are kept in step.
+  QCheckBox* chkAutoUpdateChkBox() const { return chkAutoUpdateChkBox_; }
+  // The Internet tab's buttons to the FTP and e-mail settings windows.
+  QPushButton* btnPreferencesFTPSettings() const { return btnPreferencesFTPSettings_; }
+  QPushButton* btnOpenEmailSettings() const { return btnOpenEmailSettings_; }
 
   // Start-up: the stored values into the controls, the on-drop keys
   // repaired on the way.
@@ -96,6 +101,8 @@ class PreferencesClass : public QObject {
   QCheckBox* chkEnableCustomContextMenu_ = nullptr;
   QCheckBox* chkUseTheFirstFileFromTheArrayForArchiveName_ = nullptr;
   QCheckBox* chkAutoUpdateChkBox_ = nullptr;
+  QPushButton* btnPreferencesFTPSettings_ = nullptr;
+  QPushButton* btnOpenEmailSettings_ = nullptr;
   QComboBox* prefsDefaultCompressionLevel_ = nullptr;
   QComboBox* onDropCompressionMethodDropDown_ = nullptr;
   QComboBox* onDropComplressionLevelDropDown_ = nullptr;

@@ -10,6 +10,7 @@ struct ShellActions {
   QAction* btnDMGUtil = nullptr;
   QAction* btnWeb = nullptr;
   QAction* btnCheckForUpdates = nullptr;
+  QAction* mnuLatestVersionChanges = nullptr;
   QAction* btnBlog = nullptr;
   QAction* btnFacebook = nullptr;
   QAction* btnTwitter = nullptr;

@@ -1,6 +1,7 @@
 #include "app/AppController.h"
 #include "app/Engine.h"
 #include "app/HeadlessListing.h"
+#include "app/UpdateClass.h"
 #include "platform/ProcessToolRunner.h"
 #include "platform/QtDesktop.h"
 #include "platform/QtDialogs.h"
@@ -103,6 +104,10 @@ int runWindow(int argc, char** argv) {
   AppController controller(
       engine, {runner, dialogs, desktop, [] { QCoreApplication::quit(); }, unattended});
   controller.awakeFromNib();
+  // Before the window fades in, as the interface loads; without a display
+  // nobody would see what it finds.
+  if (!unattended)
+    controller.updates()->awakeFromNib();
   controller.applicationDidFinishLaunching();
   if (!line.files.isEmpty()) {
     QStringList openFiles;

@@ -5,9 +5,10 @@
 #include "create/CreateArchiveWindow.h"
 #include "create/CreateTab.h"
 #include "create/SelectionListModel.h"
+#include "create/UploadingFTP.h"
 #include "engine/ToolLocations.h"
 #include "platform/Dialogs.h"
-#include "platform/PreferencesStore.h"
+#include "platform/PreferenceKeys.h"
 #include "platform/ToolRunner.h"
 
 #include <QCheckBox>
@@ -31,7 +32,11 @@ ArchiveCreation::ArchiveCreation(ToolRunner& compressionProcess, Dialogs& dialog
       dialogs_(dialogs),
       widgets_(widgets),
       createArchiveWindow_(new CreateArchiveWindow(JobSettings::shared(), widgets.mainWindow)),
-      compressingWindow_(new CompressingWindow(widgets.mainWindow)) {
+      compressingWindow_(new CompressingWindow(widgets.mainWindow)),
+      // curl runs on the job's runner, so that one cancel reaches it.
+      uploading_(new UploadingFTP(
+          compressionProcess, dialogs, widgets.mainWindow, [this] { btnCancelCompressing(); },
+          this)) {
   connect(widgets.createTab->btnCreateAction(), &QPushButton::clicked, this,
           &ArchiveCreation::btnCreateAction);
   connect(widgets.createTab->chkEveryItemNewArchive(), &QCheckBox::clicked, createArchiveWindow_,
@@ -40,6 +45,8 @@ ArchiveCreation::ArchiveCreation(ToolRunner& compressionProcess, Dialogs& dialog
           &ArchiveCreation::btnCompress);
   connect(compressingWindow_, &CompressingWindow::cancelPressed, this,
           &ArchiveCreation::btnCancelCompressing);
+  connect(createArchiveWindow_->chkSendMailAfterUploadIsCompletedOutlet(), &QCheckBox::clicked,
+          this, &ArchiveCreation::chkSendEmailAfterUploadIsCompleted);
 }
 
 ArchiveCreation::~ArchiveCreation() {
@@ -73,6 +80,22 @@ void ArchiveCreation::btnCreateAction() {
   }
   createArchiveWindow_->selectionForCompression()->setText(itemToCompress_);
   createArchiveWindow_->centreAndShow();
+}
+
+void ArchiveCreation::chkSendEmailAfterUploadIsCompleted() {
+  using namespace PreferenceKeys;
+  QCheckBox* sendMail = createArchiveWindow_->chkSendMailAfterUploadIsCompletedOutlet();
+  if (!PreferencesStore::contains(kMailaddress) || !PreferencesStore::contains(kMailmessage)) {
+    dialogs_.alert(QStringLiteral("Email settings not configured"),
+                   QStringLiteral("Please setup your email settings first"), QStringLiteral("OK"));
+    sendMail->setChecked(false);
+  }
+  if (PreferencesStore::contains(kMailaddress) && PreferencesStore::text(kMailaddress).isEmpty()) {
+    dialogs_.alert(QStringLiteral("Email address not set"),
+                   QStringLiteral("Please set an email address to send the message to."),
+                   QStringLiteral("OK"));
+    sendMail->setChecked(false);
+  }
 }
 
 CompressionRequest ArchiveCreation::requestFromWindows() const {
@@ -233,7 +256,15 @@ QString ArchiveCreation::chooseArchivesFolder() {
   return chosen;
 }
 
-void ArchiveCreation::uploadFileToFTP(const QString&) {}
+void ArchiveCreation::uploadFileToFTP(const QString& archiveName, const QString& folder) {
+  bool sendMail = false;
+  onGuiThread(
+      [this, &sendMail] {
+        sendMail = createArchiveWindow_->chkSendMailAfterUploadIsCompletedOutlet()->isChecked();
+      },
+      true);
+  uploading_->uploadFileToFTP(archiveName, folder, sendMail);
+}
 
 void ArchiveCreation::reportFailure(const QString& message) {
   onGuiThread([this, message] { widgets_.mainWindow->statusBar()->showMessage(message); }, false);

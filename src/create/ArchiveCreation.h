@@ -20,6 +20,7 @@ class QPlainTextEdit;
 class QProgressBar;
 class QThread;
 class ToolRunner;
+class UploadingFTP;
 
 // Making a new archive from the create-archive tab: asks where it goes,
 // shows the options, and runs the compression job on a worker thread. The
@@ -44,9 +45,12 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   void btnCreateAction();
   void btnCompress();
   void btnCancelCompressing();
+  // Offered only once the e-mail settings hold an address.
+  void chkSendEmailAfterUploadIsCompleted();
 
   CreateArchiveWindow* createArchiveWindow() const { return createArchiveWindow_; }
   CompressingWindow* compressingWindow() const { return compressingWindow_; }
+  UploadingFTP* uploading() const { return uploading_; }
   QThread* compressionThread() const { return compressionThread_; }
   ToolRunner& compressionProcess() const { return compressionProcess_; }
   const QString& itemToCompress() const { return itemToCompress_; }
@@ -67,7 +71,7 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   void bringCreateWindowForwardIfHidden() override;
   void alert(const QString& title, const QString& message) override;
   QString chooseArchivesFolder() override;
-  void uploadFileToFTP(const QString& archiveName) override;
+  void uploadFileToFTP(const QString& archiveName, const QString& folder) override;
   void reportFailure(const QString& message) override;
 
   // AddingWindows
@@ -94,6 +98,7 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   Widgets widgets_;
   CreateArchiveWindow* createArchiveWindow_;
   CompressingWindow* compressingWindow_;
+  UploadingFTP* uploading_;
   QPointer<QThread> compressionThread_;
   // Still running after a cancel until its current step ends.
   QPointer<QThread> runningThread_;

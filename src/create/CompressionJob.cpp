@@ -371,7 +371,7 @@ void CompressionJob::endStep() {
   ui_.setCompressionSpinning(false);
   ui_.hideCompressingWindow();
   if (request_.upload)
-    ui_.uploadFileToFTP(archiveName_);
+    ui_.uploadFileToFTP(archiveName_, folder_);
 }
 
 bool CompressionJob::lhaCanStoreEveryName() {

@@ -104,7 +104,7 @@ CreateArchiveWindow::CreateArchiveWindow(JobSettings& settings, QWidget* parent)
   options->addWidget(buildFormats());
   options->addWidget(buildLevel());
   options->addWidget(buildProtection());
-  options->addWidget(chkUploadToFTPAfterCompression_);
+  options->addLayout(buildAfterCompression());
 
   auto* buttons = new QDialogButtonBox;
   QPushButton* help = named(buttons->addButton(QDialogButtonBox::Help), "btnHelpCreateArchive");
@@ -113,6 +113,8 @@ CreateArchiveWindow::CreateArchiveWindow(JobSettings& settings, QWidget* parent)
   QPushButton* compress =
       named(buttons->addButton(tr("Compress"), QDialogButtonBox::AcceptRole), "btnCompress");
   compress->setDefault(true);
+  // Enter creates the archive even while Help has the focus.
+  help->setAutoDefault(false);
   connect(help, &QPushButton::clicked, this, [this] { CreateHelp::showArchiveHelp(this); });
   connect(cancel, &QPushButton::clicked, this, &CreateArchiveWindow::btnCreateArchiveCancel);
   connect(compress, &QPushButton::clicked, this, &CreateArchiveWindow::compressRequested);
@@ -237,6 +239,28 @@ QWidget* CreateArchiveWindow::buildProtection() {
   return box;
 }
 
+QLayout* CreateArchiveWindow::buildAfterCompression() {
+  chkSendMailAfterUploadIsCompletedOutlet_ =
+      named(new QCheckBox(tr("E-mail a notice after the upload")),
+            "chkSendMailAfterUploadIsCompletedOutlet");
+  btnFTPSettings_ = named(
+      new QPushButton(QIcon::fromTheme(QStringLiteral("network-server")), tr("FTP Settings…")),
+      "btnFTPSettings");
+  btnOpenEmailSettings_ = named(
+      new QPushButton(QIcon::fromTheme(QStringLiteral("mail-message-new")), tr("E-mail Settings…")),
+      "btnOpenEmailSettings");
+  connect(chkUploadToFTPAfterCompression_, &QCheckBox::clicked, this,
+          &CreateArchiveWindow::chkUploadFtpAfterCompressionAction);
+  auto* grid = new QGridLayout;
+  grid->addWidget(chkUploadToFTPAfterCompression_, 0, 0, 1, 2);
+  grid->addWidget(btnFTPSettings_, 0, 2);
+  grid->addItem(new QSpacerItem(style()->pixelMetric(QStyle::PM_IndicatorWidth), 0), 1, 0);
+  grid->addWidget(chkSendMailAfterUploadIsCompletedOutlet_, 1, 1);
+  grid->addWidget(btnOpenEmailSettings_, 1, 2);
+  grid->setColumnStretch(1, 1);
+  return grid;
+}
+
 QWidget* CreateArchiveWindow::buildSfxDrawer() {
   sfxObjectDrawer_ = named(new QGroupBox(tr("Self-extracting archive")), "sfxObjectDrawer");
   sfxObjectDrawer_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
@@ -346,6 +370,14 @@ void CreateArchiveWindow::btnCreateArchiveCancel() {
     hide();
 }
 
+void CreateArchiveWindow::chkUploadFtpAfterCompressionAction() {
+  const bool upload = chkUploadToFTPAfterCompression_->isChecked();
+  chkSendMailAfterUploadIsCompletedOutlet_->setVisible(upload);
+  btnOpenEmailSettings_->setVisible(upload);
+  layout()->activate();
+  adjustSize();
+}
+
 void CreateArchiveWindow::takeControls() {
   options_.sfxChecked = sfxChkBox_->isChecked();
   options_.splitChecked = chkSplitToVolumes_->isChecked();
@@ -377,6 +409,7 @@ void CreateArchiveWindow::showControls() {
   everyItemNewArchiveLabel_->setVisible(options_.everyItemLabelVisible);
   chkUploadToFTPAfterCompression_->setEnabled(options_.uploadEnabled);
   chkUploadToFTPAfterCompression_->setChecked(options_.uploadChecked);
+  chkUploadFtpAfterCompressionAction();
   // The window follows its drawers at once, also when they close.
   layout()->activate();
   adjustSize();

@@ -11,6 +11,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
+class QPushButton;
 class QSlider;
 
 // The options of a new archive: format, level, password, volumes,
@@ -31,6 +32,13 @@ class CreateArchiveWindow : public QDialog {
   // preferences offer the same.
   const QList<QAction*>& defaultLevelActions() const { return defaultLevelActions_; }
   QString notes() const;
+  QCheckBox* chkUploadToFTPAfterCompression() const { return chkUploadToFTPAfterCompression_; }
+  QCheckBox* chkSendMailAfterUploadIsCompletedOutlet() const {
+    return chkSendMailAfterUploadIsCompletedOutlet_;
+  }
+  // The buttons that open the FTP and the e-mail settings.
+  QPushButton* btnFTPSettings() const { return btnFTPSettings_; }
+  QPushButton* btnOpenEmailSettings() const { return btnOpenEmailSettings_; }
   void centreAndShow();
   // Every-item mode disables volumes and self-extraction without
   // unchecking them.
@@ -53,6 +61,8 @@ class CreateArchiveWindow : public QDialog {
   void btnSplitToVolumesMB();
   void btnSplitToVolumesGB();
   void btnCreateArchiveCancel();
+  // The e-mail notice is offered only with the upload.
+  void chkUploadFtpAfterCompressionAction();
 
  signals:
   void compressRequested();
@@ -63,6 +73,7 @@ class CreateArchiveWindow : public QDialog {
   QWidget* buildProtection();
   QWidget* buildSfxDrawer();
   QWidget* buildNotesPanel();
+  QLayout* buildAfterCompression();
   void chooseFormat(CreateOptions::Format format);
   void takeControls();
   void showControls();
@@ -83,6 +94,9 @@ class CreateArchiveWindow : public QDialog {
   QCheckBox* sfxChkBox_;
   QLabel* everyItemNewArchiveLabel_;
   QCheckBox* chkUploadToFTPAfterCompression_;
+  QCheckBox* chkSendMailAfterUploadIsCompletedOutlet_;
+  QPushButton* btnFTPSettings_;
+  QPushButton* btnOpenEmailSettings_;
   QWidget* sfxObjectDrawer_;
   QWidget* noteDrawer_;
   QPlainTextEdit* sfxNotesField_;

@@ -28,7 +28,8 @@ class JobUi {
   virtual void alert(const QString& title, const QString& message) = 0;
   // The folder to create the archives in; empty when cancelled.
   virtual QString chooseArchivesFolder() = 0;
-  virtual void uploadFileToFTP(const QString& archiveName) = 0;
+  // The archive's name is relative to the job's folder.
+  virtual void uploadFileToFTP(const QString& archiveName, const QString& folder) = 0;
   // One status-bar line saying what failed.
   virtual void reportFailure(const QString& message) = 0;
 };

@@ -5,7 +5,9 @@
 #include "engine/ArchiveOpener.h"
 #include "engine/ArchiveType.h"
 #include "engine/EntriesModel.h"
+#include "engine/EntriesProxy.h"
 #include "engine/MainWindowUi.h"
+#include "engine/OperationStatus.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
 #include "engine/ToolLeftovers.h"
@@ -64,17 +66,24 @@ void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
        context_.refusesListedNames(archive.filepath, archive.archivePass, names)))
     return;
   context_.ui.loadingArchiveListingLoader->show();
+  context_.ui.operationStatus->clear();
   QString report = QStringLiteral("Items deleted:\n");
-  int next = selected.isEmpty() ? 0 : selected.first().row();
+  int next =
+      selected.isEmpty() ? 0 : context_.ui.entriesProxy->mapFromSource(selected.first()).row();
   for (const QString& name : names) {
     context_.opener.deleteFileFromArchiveWithName(name);
     context_.opener.fillListBoxWithArchiveContent();
-    table->selectRow(std::min(++next, rows->rowCount() - 1));
+    table->selectRow(std::min(++next, context_.ui.entriesProxy->rowCount() - 1));
     report += name + u'\n';
     refreshSize();
   }
   report += QStringLiteral("\n -- Deletion completed, archive updated. --");
   context_.ui.fileContentView->setPlainText(report);
+  if (!context_.ui.operationStatus->failed())
+    context_.ui.operationStatus->showDone(
+        tr("%1 deleted from %2")
+            .arg(OperationStatus::counted(names.size(), tr("entry"), tr("entries")),
+                 archive.filename));
   context_.ui.loadingArchiveListingLoader->hide();
 }
 
@@ -116,12 +125,20 @@ void ArchiveEditing::updateArchive(const QStringList& sheet, int returnCode) {
     context_.ui.fileContentView->setPlainText(
         QStringLiteral("Compressing to rar... Please wait...\n\n"));
   int done = 0;
+  int added = 0;
+  context_.ui.operationStatus->clear();
   for (const QString& item : sheet) {
     const ToolLeftovers leftovers(archive.filepath);
-    if (!context_.runReported(ArchiveCommands::add(target, item)).succeeded())
+    if (context_.runReported(ArchiveCommands::add(target, item)).succeeded())
+      ++added;
+    else
       leftovers.removeNew();
     windows_.setAdded(++done);
   }
+  if (added == sheet.size())
+    context_.ui.operationStatus->showDone(
+        tr("%1 added to %2")
+            .arg(OperationStatus::counted(added, tr("item"), tr("items")), archive.filename));
   refreshSize();
   windows_.hideAdding();
   context_.opener.fillListBoxWithArchiveContent();

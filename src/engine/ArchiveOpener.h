@@ -20,6 +20,8 @@ class ArchiveOpener {
 
   const OpenedArchive& archive() const { return archive_; }
   OpenedArchive& archive() { return archive_; }
+  // Whether a tool lists the open archive's entries.
+  bool listsContents() const { return listingRun().has_value(); }
 
   void open(const QString& path);
   void passwordEntered(const QString& password);

@@ -3,7 +3,9 @@
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveOpener.h"
 #include "engine/ArchiveType.h"
+#include "engine/LongRun.h"
 #include "engine/MainWindowUi.h"
+#include "engine/OperationStatus.h"
 #include "engine/TestReport.h"
 #include "platform/Dialogs.h"
 
@@ -27,7 +29,11 @@ void ArchiveTest::btnTestAction() {
   const ToolRun run = ArchiveCommands::test(target, archive.archivePass);
   if (context_.refusesName(ArchiveCommands::unsafeName(target, run.program, {})))
     return;
-  const ToolResult result = context_.runReported(run);
+  context_.ui.operationStatus->clear();
+  std::optional<LongRun> running(std::in_place, context_);
+  ToolRun cancellable = run;
+  cancellable.acceptsUserInput = true;
+  const ToolResult result = context_.runReported(cancellable);
   const QString banner = TestReport::installedBanner(context_.runner, run.program, isRar);
   QString report = TestReport::withoutBanners(
       result.text(),
@@ -40,10 +46,15 @@ void ArchiveTest::btnTestAction() {
     report += u'\n' + volumes.text();
     passed = passed && volumes.succeeded();
   }
+  running.reset();
   context_.ui.fileContentView->setPlainText(report);
+  if (passed)
+    context_.ui.operationStatus->showDone(tr("%1: no errors found").arg(archive.filename));
+  else if (!context_.ui.operationStatus->failed())
+    context_.ui.operationStatus->showFailure(tr("%1 is damaged").arg(archive.filename), report);
   if (passed) {
-    context_.dialogs.alert(QStringLiteral("Archive test completed"),
-                           QStringLiteral("No errors found."), QStringLiteral("OK"));
+    context_.dialogs.notify(QStringLiteral("Archive test completed"),
+                            QStringLiteral("No errors found."), QStringLiteral("OK"));
   } else {
     context_.dialogs.alert(QStringLiteral("Problem found"), QStringLiteral("Archive is damaged."),
                            QStringLiteral("OK"));

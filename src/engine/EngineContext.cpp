@@ -1,9 +1,11 @@
 #include "engine/EngineContext.h"
 
 #include "engine/EntriesModel.h"
+#include "engine/EntriesProxy.h"
 #include "engine/ListedNames.h"
 #include "engine/LiteralNames.h"
 #include "engine/MainWindowUi.h"
+#include "engine/OperationStatus.h"
 #include "engine/PasswordPanel.h"
 #include "engine/ToolProblem.h"
 #include "platform/Dialogs.h"
@@ -11,13 +13,14 @@
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QMainWindow>
-#include <QStatusBar>
 #include <QTableView>
 
 ToolResult EngineContext::runReported(const ToolRun& run) const {
   const ToolResult result = runner.run(run);
   if (const std::optional<ToolProblem> problem = ToolProblem::of(run, result)) {
-    ui.mainWindow->statusBar()->showMessage(problem->message);
+    ui.operationStatus->showFailure(
+        problem->message,
+        QString::fromLocal8Bit(result.errors.isEmpty() ? result.output : result.errors));
     if (problem->kind == ToolProblem::Kind::MissingProgram)
       dialogs.alert(QObject::tr("Missing program"), problem->message, QStringLiteral("OK"));
   }
@@ -53,5 +56,7 @@ QModelIndexList EngineContext::selectedRows() const {
   QModelIndexList rows = ui.openedArchiveTableView->selectionModel()->selectedRows();
   std::sort(rows.begin(), rows.end(),
             [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
+  for (QModelIndex& row : rows)
+    row = ui.entriesProxy->mapToSource(row);
   return rows;
 }

@@ -25,7 +25,7 @@ struct EngineContext {
   ToolResult runReported(const ToolRun& run) const;
   QString passwordFieldText() const;
   // The selected rows of the entries table, in the table's order (not the
-  // order they were clicked in).
+  // order they were clicked in), as rows of the listing itself.
   QModelIndexList selectedRows() const;
   // True, after an alert naming it, when a tool would read the name as a
   // pattern or a list file (LiteralNames); false for an empty name.

@@ -1,10 +1,26 @@
 #include "engine/EntriesModel.h"
 
+#include "engine/EntrySortKeys.h"
+#include "engine/PathText.h"
+#include "platform/ResourceIcons.h"
+
+#include <QMimeData>
+#include <QUrl>
+
+namespace {
+
+bool isNumeric(int column) {
+  return column == EntriesModel::OriginalSize || column == EntriesModel::PackedSize;
+}
+
+}  // namespace
+
 EntriesModel::EntriesModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void EntriesModel::setEntries(ArchiveEntries entries) {
   beginResetModel();
   entries_ = std::move(entries);
+  folders_ = EntrySortKeys::folderNames(entries_);
   endResetModel();
 }
 
@@ -21,9 +37,8 @@ QVariant EntriesModel::data(const QModelIndex& index, int role) const {
     return {};
   const ArchiveEntry& entry = entries_[index.row()];
   if (role == Qt::DecorationRole && index.column() == Name)
-    return entry.fileIcon;
-  if (role == Qt::TextAlignmentRole &&
-      (index.column() == OriginalSize || index.column() == PackedSize))
+    return iconOf(index.row());
+  if (role == Qt::TextAlignmentRole && isNumeric(index.column()))
     return QVariant(Qt::AlignRight | Qt::AlignVCenter);
   if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
     return {};
@@ -43,7 +58,58 @@ QVariant EntriesModel::data(const QModelIndex& index, int role) const {
   }
 }
 
+Qt::ItemFlags EntriesModel::flags(const QModelIndex& index) const {
+  Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  if (index.isValid() && dragFiles_)
+    flags |= Qt::ItemIsDragEnabled;
+  return flags;
+}
+
+QStringList EntriesModel::mimeTypes() const {
+  return {QStringLiteral("text/uri-list")};
+}
+
+QMimeData* EntriesModel::mimeData(const QModelIndexList& indexes) const {
+  QList<int> rows;
+  for (const QModelIndex& index : indexes)
+    if (!rows.contains(index.row()))
+      rows << index.row();
+  std::sort(rows.begin(), rows.end());
+  const QStringList paths = dragFiles_ ? dragFiles_(rows) : QStringList();
+  if (paths.isEmpty())
+    return nullptr;
+  QList<QUrl> urls;
+  for (const QString& path : paths)
+    urls << QUrl::fromLocalFile(path);
+  auto* data = new QMimeData;
+  data->setUrls(urls);
+  return data;
+}
+
+bool EntriesModel::isFolder(int row) const {
+  const QString& name = entries_[row].name;
+  return name.endsWith(u'/') || folders_.contains(name);
+}
+
+QIcon EntriesModel::iconOf(int row) const {
+  const QString& name = entries_[row].name;
+  if (isFolder(row)) {
+    if (folderIcon_.isNull())
+      folderIcon_ = ResourceIcons::themed(QStringLiteral("folder"), QStringLiteral("folder"));
+    return folderIcon_;
+  }
+  if (PathText::pathExtension(name).isEmpty() && !name.contains(u".app", Qt::CaseInsensitive)) {
+    if (documentIcon_.isNull())
+      documentIcon_ =
+          ResourceIcons::themed(QStringLiteral("text-x-generic"), QStringLiteral("document"));
+    return documentIcon_;
+  }
+  return entries_[row].fileIcon;
+}
+
 QVariant EntriesModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+    return QVariant((isNumeric(section) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
     return {};
   switch (section) {

@@ -7,12 +7,12 @@
 #include "engine/EscapingLinks.h"
 #include "engine/ExtractionDialog.h"
 #include "engine/MainWindowUi.h"
+#include "engine/OperationStatus.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/PreferencesStore.h"
-#include "platform/WindowPlacement.h"
 
 #include <QCheckBox>
 #include <QDateTime>
@@ -103,7 +103,8 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
   showDialog();
   run.acceptsUserInput = true;
   const QDateTime started = QDateTime::currentDateTime();
-  context_.runReported(run);
+  context_.ui.operationStatus->clear();
+  const bool succeeded = context_.runReported(run).succeeded();
   const bool reportsResult = type != ArchiveType::Arj && type != ArchiveType::Lha &&
                              type != ArchiveType::Tbz2 && type != ArchiveType::Bz2;
   if (reportsResult) {
@@ -114,6 +115,8 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
   }
   if (type == ArchiveType::Lha || type == ArchiveType::Tbz2 || type == ArchiveType::Bz2)
     removeEscapingLinks(destination, started);
+  if (succeeded)
+    reportExtracted(filesInArchive(), destination);
   // The archive's own folder is shown, not the destination.
   finish(PathText::deletingLastPathComponent(archive.filepath), show, sound);
 }
@@ -164,6 +167,8 @@ void Extraction::btnExtractSelected() {
   const bool show = PreferencesStore::isYes(QStringLiteral("openDestinationAfterExtraction"));
   const bool sound = PreferencesStore::isYes(QStringLiteral("playSoundWhenDone"));
   int done = 0;
+  int extracted = 0;
+  context_.ui.operationStatus->clear();
   for (const QString& name : names) {
     dialog_->extractionDlgFileNameTitle()->setText(name);
     progress->setValue(++done);
@@ -172,8 +177,12 @@ void Extraction::btnExtractSelected() {
     ToolRun run =
         ArchiveCommands::extractEntry({type, archive.filepath}, name, destination, password);
     run.acceptsUserInput = true;
-    context_.runReported(run);
+    if (!context_.runReported(run).succeeded())
+      break;
+    ++extracted;
   }
+  if (extracts && extracted == names.size())
+    reportExtracted(extracted, destination);
   progress->setRange(0, 0);
   finish(destination, show, sound);
 }
@@ -206,11 +215,31 @@ void Extraction::showDialog() {
   dialog_->extractionDlgFileNameTitle()->setText(archive.filepath);
   dialog_->extractionDlgFileSizeTitle()->setText(SizeText::archiveFile(archive.filepath));
   dialog_->extractionAnimation()->setRange(0, 0);
-  if (!dialog_->isVisible())
-    WindowPlacement::centreAndShow(dialog_);
+  if (!running_)
+    running_.emplace(context_, dialog_);
+}
+
+int Extraction::filesInArchive() const {
+  const EntriesModel* rows = context_.ui.oppenedArchiveArrayController;
+  int files = 0;
+  for (int row = 0; row < rows->rowCount(); ++row)
+    files += rows->isFolder(row) ? 0 : 1;
+  return files;
+}
+
+void Extraction::reportExtracted(int count, const QString& destination) {
+  // A removed escaping link is the more important news.
+  if (!context_.ui.mainWindow->statusBar()->currentMessage().isEmpty())
+    return;
+  context_.ui.operationStatus->showDone(
+      tr("%1 extracted to %2")
+          .arg(OperationStatus::counted(count, tr("file"), tr("files")),
+               OperationStatus::placeText(destination)),
+      destination);
 }
 
 void Extraction::finish(const QString& folderToShow, bool show, bool sound) {
+  running_.reset();
   if (show)
     context_.desktop.showFolder(folderToShow);
   if (sound)

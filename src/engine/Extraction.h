@@ -2,6 +2,7 @@
 
 #include "engine/EngineContext.h"
 #include "engine/ExtractionGuard.h"
+#include "engine/LongRun.h"
 
 #include <QObject>
 #include <QStringList>
@@ -41,9 +42,13 @@ class Extraction : public QObject {
   std::optional<bool> guard(const ExtractionGuard::Request& request);
   void removeEscapingLinks(const QString& destination, const QDateTime& since);
   void finish(const QString& folderToShow, bool show, bool sound);
+  // The listing's file rows, folders not counted.
+  int filesInArchive() const;
+  void reportExtracted(int count, const QString& destination);
 
   EngineContext context_;
   ExtractionDialog* dialog_;
+  std::optional<LongRun> running_;
   QStringList file_;
   QString choosenPath_;
 };

@@ -1,6 +1,8 @@
 #pragma once
 
 class EntriesModel;
+class EntriesProxy;
+class OperationStatus;
 class QAction;
 class QCheckBox;
 class QDockWidget;
@@ -20,6 +22,9 @@ class QWidget;
 struct MainWindowUi {
   QMainWindow* mainWindow = nullptr;
   QTabWidget* tabContainer = nullptr;
+  // The tool tabs' pages, which their controllers fill.
+  QWidget* backupTab = nullptr;
+  QWidget* diskImageTab = nullptr;
 
   QLabel* archiveIconView = nullptr;
   QLabel* sourceArchive4ConvertionIcon = nullptr;
@@ -33,6 +38,10 @@ struct MainWindowUi {
   QProgressBar* compressionSpin = nullptr;
   QTableView* openedArchiveTableView = nullptr;
   EntriesModel* oppenedArchiveArrayController = nullptr;
+  // Sits between the listing and the table: its rows are the table's rows.
+  EntriesProxy* entriesProxy = nullptr;
+  QLineEdit* entriesFilter = nullptr;
+  OperationStatus* operationStatus = nullptr;
   QPlainTextEdit* fileContentView = nullptr;
 
   QCheckBox* chkCreateSurroundingFolderBeforeExtracting = nullptr;
@@ -53,6 +62,8 @@ struct MainWindowUi {
   QAction* quitAction = nullptr;
   QAction* aboutAction = nullptr;
   QAction* btnExpandArchiveFilePreview = nullptr;
+  QAction* btnConvert = nullptr;
+  QAction* btnMD5Generator = nullptr;
 
   QDockWidget* dropZone = nullptr;
   QDockWidget* drawerObject = nullptr;

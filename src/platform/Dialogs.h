@@ -37,6 +37,13 @@ class Dialogs {
   virtual ~Dialogs() = default;
   // A modal alert with a title, a message and one button.
   virtual void alert(const QString& title, const QString& message, const QString& button) = 0;
+  // An alert bringing good news, shown with an information icon instead of
+  // a warning.
+  virtual void notify(const QString& title, const QString& message, const QString& button) {
+    alert(title, message, button);
+  }
+  // A question with the given answer and Cancel; true for the answer.
+  virtual bool ask(const QString& title, const QString& message, const QString& answer) = 0;
   // The chosen paths; empty when the panel was cancelled.
   virtual QStringList chooseToOpen(QWidget* parent, const OpenPanel& panel) = 0;
   // The chosen path; empty when the panel was cancelled.

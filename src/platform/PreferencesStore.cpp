@@ -1,5 +1,6 @@
 #include "platform/PreferencesStore.h"
 
+#include <QFile>
 #include <QSettings>
 
 namespace PreferencesStore {
@@ -15,6 +16,11 @@ QSettings& store() {
 QString text(const QString& key) {
   store().sync();
   return store().value(key).toString();
+}
+
+bool contains(const QString& key) {
+  store().sync();
+  return store().contains(key);
 }
 
 bool isYes(const QString& key) {
@@ -43,6 +49,11 @@ void setList(const QString& key, const QStringList& values) {
 void remove(const QString& key) {
   store().remove(key);
   store().sync();
+}
+
+void makePrivate() {
+  store().sync();
+  QFile::setPermissions(store().fileName(), QFile::ReadOwner | QFile::WriteOwner);
 }
 
 }  // namespace PreferencesStore

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -41,6 +42,14 @@ class FilesAndFoldersDialog : public QFileDialog {
   }
 };
 
+// Long paths break after a "/" rather than in the middle of a name.
+QString wrappableAtSeparators(QString text) {
+  text.replace(u'/', QStringLiteral("/\u200B"));
+  return text;
+}
+
+constexpr int kAlertMinimumWidth = 420;
+
 }  // namespace
 
 bool QtDialogs::platformIsUnattended() {
@@ -49,6 +58,30 @@ bool QtDialogs::platformIsUnattended() {
 }
 
 void QtDialogs::alert(const QString& title, const QString& message, const QString& button) {
+  show(QMessageBox::Warning, title, message, button);
+}
+
+void QtDialogs::notify(const QString& title, const QString& message, const QString& button) {
+  show(QMessageBox::Information, title, message, button);
+}
+
+bool QtDialogs::ask(const QString& title, const QString& message, const QString& answer) {
+  if (unattended_)
+    return false;
+  QMessageBox box(QApplication::activeWindow());
+  box.setWindowTitle(title);
+  box.setText(title);
+  box.setInformativeText(wrappableAtSeparators(message));
+  box.setIcon(QMessageBox::Question);
+  QPushButton* yes = box.addButton(answer, QMessageBox::AcceptRole);
+  box.addButton(QMessageBox::Cancel);
+  box.setDefaultButton(yes);
+  box.exec();
+  return box.clickedButton() == yes;
+}
+
+void QtDialogs::show(int icon, const QString& title, const QString& message,
+                     const QString& button) {
   if (unattended_) {
     std::fprintf(stderr, "quillet: %s: %s\n", qUtf8Printable(title), qUtf8Printable(message));
     return;
@@ -56,9 +89,13 @@ void QtDialogs::alert(const QString& title, const QString& message, const QStrin
   QMessageBox box(QApplication::activeWindow());
   box.setWindowTitle(title);
   box.setText(title);
-  box.setInformativeText(message);
-  box.setIcon(QMessageBox::Warning);
+  box.setInformativeText(wrappableAtSeparators(message));
+  box.setIcon(static_cast<QMessageBox::Icon>(icon));
   box.addButton(button.isEmpty() ? QStringLiteral("OK") : button, QMessageBox::AcceptRole);
+  // Wide enough that titles are not cut short.
+  if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+    grid->addItem(new QSpacerItem(kAlertMinimumWidth, 0, QSizePolicy::Minimum), grid->rowCount(), 0,
+                  1, grid->columnCount());
   box.exec();
 }
 

@@ -13,9 +13,14 @@ class QtDialogs : public Dialogs {
   static bool platformIsUnattended();
 
   void alert(const QString& title, const QString& message, const QString& button) override;
+  void notify(const QString& title, const QString& message, const QString& button) override;
+  bool ask(const QString& title, const QString& message, const QString& answer) override;
   QStringList chooseToOpen(QWidget* parent, const OpenPanel& panel) override;
   QString chooseToSave(QWidget* parent, const SavePanel& panel) override;
 
  private:
+  // icon is a QMessageBox::Icon.
+  void show(int icon, const QString& title, const QString& message, const QString& button);
+
   bool unattended_;
 };

@@ -1,9 +1,15 @@
 #include "quick/FloatingWindow.h"
 
+#include <QPropertyAnimation>
 #include <QScreen>
 #include <QWidget>
 
 namespace FloatingWindow {
+namespace {
+
+constexpr int kFadeMs = 250;
+
+}  // namespace
 
 void orderFrontCentred(QWidget* window) {
   window->adjustSize();
@@ -15,6 +21,18 @@ void orderFrontCentred(QWidget* window) {
   window->show();
   window->raise();
   window->activateWindow();
+}
+
+QAbstractAnimation* fadeTo(QWidget* window, double opacity) {
+  for (auto* running : window->findChildren<QPropertyAnimation*>(Qt::FindDirectChildrenOnly)) {
+    if (running->propertyName() == "windowOpacity")
+      running->stop();
+  }
+  auto* fade = new QPropertyAnimation(window, "windowOpacity", window);
+  fade->setDuration(kFadeMs);
+  fade->setEndValue(opacity);
+  fade->start(QAbstractAnimation::DeleteWhenStopped);
+  return fade;
 }
 
 }  // namespace FloatingWindow

@@ -1,5 +1,6 @@
 #pragma once
 
+class QAbstractAnimation;
 class QWidget;
 
 // The windows of a one-shot extraction have no owner: they come up centred
@@ -7,5 +8,8 @@ class QWidget;
 namespace FloatingWindow {
 
 void orderFrontCentred(QWidget* window);
+// Animates the window's opacity from where it is to the given value,
+// taking over from a fade still running.
+QAbstractAnimation* fadeTo(QWidget* window, double opacity);
 
 }  // namespace FloatingWindow

@@ -22,4 +22,9 @@ QPoint dragged(const QPoint& origin, const QPointF& pressedAt, const QPointF& po
   return moved;
 }
 
+QPoint besidePanel(const QRect& panel, const QSize& browser) {
+  const int bottom = panel.y() + 2 * panel.height();
+  return {panel.x() + panel.width(), bottom - browser.height()};
+}
+
 }  // namespace PanelGeometry

@@ -19,4 +19,9 @@ QPoint placedAround(const QPoint& pointer, const QSize& size);
 QPoint dragged(const QPoint& origin, const QPointF& pressedAt, const QPointF& pointerAt,
                const QRect& available);
 
+// The mini browser's place: against the panel's right edge, its bottom one
+// panel height below the panel's bottom, whatever the screen. Both are
+// frames in screen coordinates.
+QPoint besidePanel(const QRect& panel, const QSize& browser);
+
 }  // namespace PanelGeometry

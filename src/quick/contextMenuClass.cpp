@@ -6,6 +6,7 @@
 #include "quick/PanelGeometry.h"
 #include "quick/QuickExtractionWindow.h"
 #include "quick/QuickPasswordDialog.h"
+#include "quick/archivePreviewMiniClass.h"
 #include "quick/contextMenuWindowClass.h"
 
 #include <QCursor>
@@ -26,7 +27,9 @@ contextMenuClass::contextMenuClass(Services services, QObject* parent)
       extractWindow_(std::make_unique<QuickExtractionWindow>()),
       enterPasswordDlg_(std::make_unique<QuickPasswordDialog>()),
       extraction_(OneShotExtraction::Route::QuickPanel,
-                  {services_.runner, services_.dialogs, services_.desktop, *extractWindow_}) {
+                  {services_.runner, services_.dialogs, services_.desktop, *extractWindow_}),
+      miniArchiveBrowser_(
+          std::make_unique<archivePreviewMiniClass>(services_, *contextWindow_, hiddenFileName_)) {
   connect(contextWindow_->extractButton(), &QPushButton::clicked, this,
           &contextMenuClass::btnDecompress);
   connect(contextWindow_->cancelButton(), &QPushButton::clicked, this,

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class archivePreviewMiniClass;
 class contextMenuWindowClass;
 class QuickExtractionWindow;
 class QuickPasswordDialog;
@@ -28,6 +29,7 @@ class contextMenuClass : public QObject {
   contextMenuWindowClass* contextWindow() const { return contextWindow_.get(); }
   QuickExtractionWindow* extractWindow() const { return extractWindow_.get(); }
   QuickPasswordDialog* enterPasswordDlg() const { return enterPasswordDlg_.get(); }
+  archivePreviewMiniClass* miniArchiveBrowser() const { return miniArchiveBrowser_.get(); }
 
   // The full path of the archive to act on, written by the launch logic.
   const QString& hiddenFileName() const { return hiddenFileName_; }
@@ -51,4 +53,6 @@ class contextMenuClass : public QObject {
   std::unique_ptr<QuickPasswordDialog> enterPasswordDlg_;
   OneShotExtraction extraction_;
   QString hiddenFileName_;
+  // Reads hiddenFileName_, which outlives it.
+  std::unique_ptr<archivePreviewMiniClass> miniArchiveBrowser_;
 };

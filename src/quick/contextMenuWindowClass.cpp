@@ -26,7 +26,10 @@ contextMenuWindowClass::contextMenuWindowClass(QWidget* parent)
       extract_(new QPushButton(ResourceIcons::themed(QStringLiteral("archive-extract"),
                                                      QStringLiteral("action-extract")),
                                tr("&Extract Here"))),
-      cancel_(new QPushButton(tr("Cancel"))) {
+      cancel_(new QPushButton(tr("Cancel"))),
+      browse_(new QPushButton(
+          ResourceIcons::themed(QStringLiteral("view-list-details"), QStringLiteral("document")),
+          tr("&Browse…"))) {
   setObjectName(QStringLiteral("contextWindow"));
   setWindowTitle(tr("Quick Extract"));
   setAttribute(Qt::WA_TranslucentBackground);
@@ -37,6 +40,8 @@ contextMenuWindowClass::contextMenuWindowClass(QWidget* parent)
   extract_->setShortcut(QKeySequence(Qt::Key_Return));
   cancel_->setObjectName(QStringLiteral("btnCancel"));
   cancel_->setShortcut(QKeySequence::Cancel);
+  browse_->setObjectName(QStringLiteral("btnContextMenuOpenMiniArchiveList"));
+  browse_->setToolTip(tr("List the archive's entries"));
   icon_->setPixmap(
       ResourceIcons::themed(QStringLiteral("package-x-generic"), QStringLiteral("archive"))
           .pixmap(kIconSize));
@@ -47,6 +52,7 @@ contextMenuWindowClass::contextMenuWindowClass(QWidget* parent)
   name_->setFont(bold);
 
   auto* buttons = new QHBoxLayout;
+  buttons->addWidget(browse_);
   buttons->addStretch();
   buttons->addWidget(cancel_);
   buttons->addWidget(extract_);

@@ -18,6 +18,7 @@ class contextMenuWindowClass : public QWidget {
 
   QPushButton* extractButton() const { return extract_; }
   QPushButton* cancelButton() const { return cancel_; }
+  QPushButton* browseButton() const { return browse_; }
   // The archive the panel offers to extract.
   void showArchive(const QString& name, const QIcon& icon);
 
@@ -35,5 +36,6 @@ class contextMenuWindowClass : public QWidget {
   QLabel* name_;
   QPushButton* extract_;
   QPushButton* cancel_;
+  QPushButton* browse_;
   QPointF initialLocation_;
 };

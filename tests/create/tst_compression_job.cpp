@@ -659,6 +659,9 @@ class CompressionJobTest : public QObject {
     open.upload = true;
     runJob(open, ui, runner);
     QCOMPARE(ui.uploads, QStringList{"o.zip"});
+    // The name is the job's own folder's, wherever Quillet's current one is.
+    QCOMPARE(QFileInfo(ui.uploadFolders.value(0)).canonicalFilePath(),
+             QFileInfo(output.path()).canonicalFilePath());
   }
 
   void aPasswordMismatchBlinksAndRunsNothing() {

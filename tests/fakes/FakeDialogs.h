@@ -16,6 +16,10 @@ class FakeDialogs : public Dialogs {
   void alert(const QString& title, const QString& message, const QString& button) override {
     alerts.append({title, message, button});
   }
+  bool ask(const QString& title, const QString& message, const QString& answer) override {
+    questions.append({title, message, answer});
+    return !askAnswers.isEmpty() && askAnswers.takeFirst();
+  }
   QStringList chooseToOpen(QWidget*, const OpenPanel& panel) override {
     openPanels.append(panel);
     return openAnswers.isEmpty() ? QStringList() : openAnswers.takeFirst();
@@ -26,6 +30,8 @@ class FakeDialogs : public Dialogs {
   }
 
   QList<Alert> alerts;
+  QList<Alert> questions;
+  QList<bool> askAnswers;
   QList<OpenPanel> openPanels;
   QList<SavePanel> savePanels;
   QList<QStringList> openAnswers;

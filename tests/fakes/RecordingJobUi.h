@@ -39,12 +39,16 @@ class RecordingJobUi : public JobUi {
     calls << "choose folder";
     return archivesFolder;
   }
-  void uploadFileToFTP(const QString& archiveName) override { uploads << archiveName; }
+  void uploadFileToFTP(const QString& archiveName, const QString& folder) override {
+    uploads << archiveName;
+    uploadFolders << folder;
+  }
   void reportFailure(const QString& message) override { failures << message; }
 
   QStringList calls;
   QStringList alerts;
   QStringList uploads;
+  QStringList uploadFolders;
   QStringList failures;
   QString archivesFolder;
   bool createWindowVisible = true;

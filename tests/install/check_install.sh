@@ -13,6 +13,8 @@ for file in bin/quillet share/applications/quillet.desktop \
     share/quillet/tools/7za share/quillet/tools/arj share/quillet/tools/lha \
     share/quillet/tools/unrar share/quillet/tools/r share/quillet/tools/rar-free \
     "share/quillet/sfxmodule.app/Contents/MacOS/sfxmodule" \
+    "share/quillet/backupmodule.app/Contents/MacOS/backupmodule" \
+    "share/quillet/backupmodule.app/Restore Backup" share/quillet/tools/hdiutil \
     share/quillet/filemanager/kio/quillet-compress.desktop \
     share/quillet/filemanager/kio/quillet-extract.desktop \
     "share/quillet/filemanager/nautilus/Compress with Quillet" \

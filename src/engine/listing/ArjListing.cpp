@@ -23,9 +23,12 @@ ArjLayout arjLayout310() {
   return {{6, 3, 7}, true};
 }
 
+ArjLayout arjLayoutFor(const OutputLines& lines) {
+  return isVersion310OrLater(ToolBanner::arj(lines)) ? arjLayout310() : arjLayoutOriginal();
+}
+
 ArchiveEntries parseArjListing(const OutputLines& lines, EntryIcons& icons) {
-  const ArjLayout layout =
-      isVersion310OrLater(ToolBanner::arj(lines)) ? arjLayout310() : arjLayoutOriginal();
+  const ArjLayout layout = arjLayoutFor(lines);
   ArchiveEntries entries;
   const qsizetype end = layout.range.endIn(lines);
   for (qsizetype i = layout.range.firstLine; i < end && i < lines.count(); ++i) {

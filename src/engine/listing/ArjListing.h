@@ -15,4 +15,6 @@ struct ArjLayout {
 
 ArjLayout arjLayoutOriginal();
 ArjLayout arjLayout310();
+// The layout of the arj that printed the listing, by its banner.
+ArjLayout arjLayoutFor(const OutputLines& lines);
 ArchiveEntries parseArjListing(const OutputLines& lines, EntryIcons& icons);

@@ -18,6 +18,23 @@ struct Columns {
   }
 };
 
+// lhasa shows one token for the host where Unix archives have two.
+Columns columnsOf(const std::vector<QByteArrayView>& tokens, LhaVersion version) {
+  Columns columns;
+  const bool hostInBrackets = !tokens.empty() && tokens[0].startsWith('[');
+  if (version == LhaVersion::Lhasa && hostInBrackets)
+    columns.shiftBy(-1);
+  return columns;
+}
+
+qsizetype nameStartOf(QByteArrayView line, const std::vector<QByteArrayView>& tokens,
+                      const Columns& columns, LhaVersion version) {
+  if (version != LhaVersion::Lhasa || tokens.size() <= columns.yearOrTime)
+    return kNameColumn;
+  const QByteArrayView stampEnd = tokens[columns.yearOrTime];
+  return (stampEnd.data() - line.data()) + stampEnd.size() + 1;
+}
+
 }  // namespace
 
 LhaVersion lhaVersionFromUsage(const QByteArray& usage) {
@@ -28,24 +45,22 @@ FixedRange lhaRange() {
   return {2, 3, 3};
 }
 
+qsizetype lhaNameStart(QByteArrayView line, LhaVersion version) {
+  const auto tokens = tokensOf(line);
+  return nameStartOf(line, tokens, columnsOf(tokens, version), version);
+}
+
 ArchiveEntries parseLhaListing(const OutputLines& lines, LhaVersion version, EntryIcons& icons) {
   ArchiveEntries entries;
   const qsizetype end = lhaRange().endIn(lines);
   for (qsizetype i = lhaRange().firstLine; i < end && i < lines.count(); ++i) {
     const QByteArrayView line = lines.at(i);
     const auto tokens = tokensOf(line);
-    Columns columns;
-    const bool hostInBrackets = !tokens.empty() && tokens[0].startsWith('[');
-    if (version == LhaVersion::Lhasa && hostInBrackets)
-      columns.shiftBy(-1);
+    const Columns columns = columnsOf(tokens, version);
     if (tokens.size() <= columns.yearOrTime)
       continue;
 
-    qsizetype nameStart = kNameColumn;
-    if (version == LhaVersion::Lhasa) {
-      const QByteArrayView stampEnd = tokens[columns.yearOrTime];
-      nameStart = (stampEnd.data() - line.data()) + stampEnd.size() + 1;
-    }
+    const qsizetype nameStart = nameStartOf(line, tokens, columns, version);
     const QString path =
         nameStart < line.size() ? QString::fromUtf8(line.sliced(nameStart)) : QString();
 

@@ -16,4 +16,7 @@ enum class LhaVersion { LhaForUnix114, Lhasa };
 LhaVersion lhaVersionFromUsage(const QByteArray& usage);
 
 FixedRange lhaRange();
+// Where the name starts on an entry line: character 70 for LHa for UNIX,
+// after the time stamp for lhasa (character 70 when the line has none).
+qsizetype lhaNameStart(QByteArrayView line, LhaVersion version);
 ArchiveEntries parseLhaListing(const OutputLines& lines, LhaVersion version, EntryIcons& icons);

@@ -1,0 +1,111 @@
+#include "tools/BackupJob.h"
+
+#include "create/TreeCopy.h"
+#include "tools/BackupNames.h"
+#include "tools/BackupSizeText.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStringEncoder>
+#include <QTimer>
+
+namespace {
+
+constexpr int kSizeIntervalMs = 111;
+
+void removeAnything(const QString& path) {
+  const QFileInfo entry(path);
+  if (entry.isDir() && !entry.isSymLink())
+    QDir(path).removeRecursively();
+  else if (entry.exists() || entry.isSymLink())
+    QFile::remove(path);
+}
+
+// UTF-16 in this machine's byte order with a byte order mark, so that any
+// reader can tell the order.
+bool writeUtf16(const QString& path, const QString& text) {
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly))
+    return false;
+  QStringEncoder encoder(QStringConverter::Utf16, QStringConverter::Flag::WriteBom);
+  file.write(encoder.encode(text));
+  return file.commit();
+}
+
+}  // namespace
+
+int backupDirSize(ToolRunner& runner, const QString& path) {
+  ToolRun run;
+  run.program = QStringLiteral("/usr/bin/du");
+  run.arguments = {QStringLiteral("-k"), QStringLiteral("-d"), QStringLiteral("0"), path};
+  return BackupSizeText::bytesFromDu(runner.run(run).output);
+}
+
+BackupJob::BackupJob(BackupRequest request, ToolRunner& process,
+                     std::atomic<bool>& processTerminated)
+    : request_(std::move(request)), process_(process), processTerminated_(processTerminated) {}
+
+void BackupJob::threadProcedure() {
+  const QString archive = BackupNames::archiveName(QDate::currentDate());
+  removeEarlierBackup(archive);
+
+  // Fires while the tool runs: waiting for it turns this thread's events.
+  QTimer sizeTimer;
+  QObject::connect(&sizeTimer, &QTimer::timeout, [this] { getFileSizes(); });
+  sizeTimer.start(kSizeIntervalMs);
+
+  for (const BackupPart part : request_.parts) {
+    if (processTerminated_)
+      break;
+    emit partStarted(part);
+    ToolRun run;
+    run.program = request_.sevenZip;
+    run.arguments = {QStringLiteral("a"),       QStringLiteral("-t7z"), archive,
+                     BackupParts::folder(part), request_.levelSwitch,   QStringLiteral("-ssc"),
+                     QStringLiteral("-y")};
+    run.childDirectory = request_.backupFolder;
+    const ToolResult result = process_.run(run);
+    if (!result.succeeded() && !processTerminated_)
+      emit partFailed(part, result.started ? result.lastErrorLine()
+                                           : QStringLiteral("7za could not be started"));
+    emit partDone(part);
+  }
+  sizeTimer.stop();
+  if (!request_.parts.isEmpty() && !processTerminated_)
+    package(archive);
+}
+
+void BackupJob::removeEarlierBackup(const QString& archive) const {
+  const QDir folder(request_.backupFolder);
+  removeAnything(folder.filePath(archive));
+  removeAnything(folder.filePath(QFileInfo(archive).completeBaseName() + QStringLiteral(".app")));
+}
+
+// Failures here are not reported: whatever could be done stays done.
+void BackupJob::package(const QString& archive) {
+  const QDir folder(request_.backupFolder);
+  const QString archivePath = folder.filePath(archive);
+  // A part whose folder was missing leaves no archive to wrap.
+  if (!QFileInfo(archivePath).isFile())
+    return;
+  const QString application = folder.filePath(BackupNames::applicationName(archive));
+  TreeCopy::copy(request_.restoreBundle, application);
+  const QString resources = application + QStringLiteral("/Contents/Resources");
+  QDir().mkpath(resources);
+  QFile::rename(archivePath, resources + u'/' + archive);
+  writeUtf16(resources + QStringLiteral("/archive"), archive);
+  emit packaged(application);
+}
+
+void BackupJob::getFileSizes() {
+  const QString written =
+      request_.backupFolder + u'/' + BackupNames::archiveName(QDate::currentDate());
+  const QString temporary = written + QStringLiteral(".tmp");
+  if (QFileInfo::exists(written) && !QFileInfo::exists(temporary))
+    emit archiveSizeChanged(BackupSizeText::folder(backupDirSize(sizes_, written)));
+  if (QFileInfo::exists(temporary))
+    emit archiveSizeChanged(BackupSizeText::folder(backupDirSize(sizes_, temporary)));
+}
