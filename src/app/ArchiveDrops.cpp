@@ -23,7 +23,7 @@ QStringList localPaths(const QMimeData* data) {
 
 bool isArchive(const QString& path) {
   return QFileInfo(path).isFile() &&
-         ArchiveType::openPanelExtensions().contains(ArchiveType::ofPath(path));
+         ArchiveType::openableExtensions().contains(ArchiveType::ofPath(path));
 }
 
 }  // namespace

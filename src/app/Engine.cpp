@@ -144,7 +144,7 @@ void Engine::btnOpenAction() {
   ui_.tabContainer->setCurrentIndex(OpenedArchiveTab);
   Dialogs::OpenPanel panel;
   panel.title = QStringLiteral("Select archive to open");
-  panel.extensions = ArchiveType::openPanelExtensions();
+  panel.extensions = ArchiveType::openableExtensions();
   const QStringList chosen = dialogs_.chooseToOpen(ui_.mainWindow, panel);
   openDialog(chosen, chosen.isEmpty() ? 0 : kPanelOk);
 }

@@ -231,6 +231,11 @@ QWidget* PreferencesClass::buildMisc() {
                      "and ARJ archives when you open them in your file manager.")));
   layout->addLayout(row);
   layout->addWidget(associationProblem_);
+  chkListCompressedTarArchives_ =
+      checkbox("chkListCompressedTarArchives",
+               tr("List compressed tar archives (.tar.gz, .tar.bz2, .tar.xz, .tar.zst)"),
+               &PreferencesClass::chkBoxListCompressedTarArchives);
+  layout->addWidget(chkListCompressedTarArchives_);
   return page({fileTypes});
 }
 
@@ -285,6 +290,7 @@ void PreferencesClass::showStoredPreferences() {
     backupFolderEditBox_->setText(backupFolder);
   loadOnDropPreferences();
   switchOnWhenYes(chkRemoveMACOSXFolder_, kAutoremoveMACOSXfolder);
+  switchOnWhenYes(chkListCompressedTarArchives_, kListCompressedTarArchives);
   switchOnWhenYes(chkExcludeDS_Store_, kExcludeDS_Store);
   switchOnWhenYes(chkEnableCustomContextMenu_, kEnableCustomContextMenu);
   switchOnWhenYes(chkUseTheFirstFileFromTheArrayForArchiveName_,
@@ -366,6 +372,10 @@ void PreferencesClass::chkPrefUseFirstNameOfTheArrayAsArchiveName() {
 
 void PreferencesClass::chkAutoCheckForUpdates() {
   storeCheckbox(chkAutoUpdateChkBox_, kAutoCheckForNewVersion);
+}
+
+void PreferencesClass::chkBoxListCompressedTarArchives() {
+  storeCheckbox(chkListCompressedTarArchives_, kListCompressedTarArchives);
 }
 
 void PreferencesClass::storeDropMethod(int index) {

@@ -60,6 +60,7 @@ class PreferencesClass : public QObject {
   void chkBoxEnableCustomContextMenu();
   void chkPrefUseFirstNameOfTheArrayAsArchiveName();
   void chkAutoCheckForUpdates();
+  void chkBoxListCompressedTarArchives();
 
   void dropATZip();
   void dropAT7z();
@@ -97,6 +98,7 @@ class PreferencesClass : public QObject {
   QTabWidget* tabContainer_;
   QCheckBox* chkCreateSurroundingFolderBeforeExtraction_ = nullptr;
   QCheckBox* chkRemoveMACOSXFolder_ = nullptr;
+  QCheckBox* chkListCompressedTarArchives_ = nullptr;
   QCheckBox* chkExcludeDS_Store_ = nullptr;
   QCheckBox* chkEnableCustomContextMenu_ = nullptr;
   QCheckBox* chkUseTheFirstFileFromTheArrayForArchiveName_ = nullptr;

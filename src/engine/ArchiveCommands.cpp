@@ -21,6 +21,9 @@ ToolRun sevenZip(const QStringList& leading, const QStringList& names,
 
 // GNU tar keeps an existing file instead of replacing it.
 const QString kTarSkipOldFiles = QStringLiteral("--skip-old-files");
+// A ':' in the archive's name does not make tar look for it on a host.
+const QString kTarLocalFile = QStringLiteral("--force-local");
+const QString kTar = QStringLiteral("/usr/bin/tar");
 // arj extracts only the files that do not exist yet.
 const QString kArjNewFilesOnly = QStringLiteral("-n");
 // arj reads on through the volumes that follow the archive.
@@ -50,6 +53,14 @@ ToolRun extractAll(const Archive& archive, const ExtractionSetting& setting) {
   } else if (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2) {
     run = {QStringLiteral("/usr/bin/tar"), {"xvfj", archive.path}};
     run.directory = folder;
+  } else if (ArchiveType::isCompressedTar(type)) {
+    run = {kTar, {"--extract", "--no-same-owner", kTarLocalFile, "-f", archive.path}};
+    run.directory = folder;
+    // No question is asked and nothing is said: an existing file is kept
+    // unless the user wants it replaced.
+    if (!setting.overwrite)
+      run.arguments << kTarSkipOldFiles;
+    return run;
   } else {
     run = sevenZip({"x", setting.passwordSwitch}, {name},
                    {"-o" + folder, "-ssc", setting.overwrite ? "-aoa" : "-aos", "-y"});
@@ -84,6 +95,9 @@ ToolRun extractEntry(const Archive& archive, const QString& entry, const QString
 ToolRun test(const Archive& archive, const QString& passwordSwitch) {
   if (archive.type == ArchiveType::Rar)
     return {ToolLocations::unrar(), {QStringLiteral("t"), archive.path}};
+  // Listing decompresses the whole stream and reads every header.
+  if (ArchiveType::isCompressedTar(archive.type))
+    return {kTar, {QStringLiteral("--list"), kTarLocalFile, QStringLiteral("-f"), archive.path}};
   return sevenZip({QStringLiteral("t"), passwordSwitch}, {archive.path});
 }
 
@@ -134,6 +148,12 @@ ToolRun add(const Archive& archive, const QString& item) {
     run = sevenZip({QStringLiteral("a")}, {name, file});
   run.directory = PathText::deletingLastPathComponent(archive.path);
   return run;
+}
+
+ToolRun compressedTarListing(const QString& archivePath) {
+  return {kTar,
+          {"--list", "--verbose", "--numeric-owner", "--quoting-style=escape", kTarLocalFile, "-f",
+           archivePath}};
 }
 
 ToolRun technicalListing(const QString& archive, const QString& passwordSwitch) {

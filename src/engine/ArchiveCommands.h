@@ -43,6 +43,9 @@ void keepExistingFiles(ToolRun& run);
 ToolRun extractEntry(const Archive& archive, const QString& entry, const QString& folder,
                      const QString& password);
 ToolRun test(const Archive& archive, const QString& passwordSwitch);
+// GNU tar's verbose listing of a tar archive compressed as a whole, in its
+// escape quoting style; tar finds the compression itself.
+ToolRun compressedTarListing(const QString& archivePath);
 // arj's "-r" for an item: folders are added with what they hold; a file
 // goes without it, which would add same-named files from the folders below.
 QStringList arjRecursion(const QString& item);

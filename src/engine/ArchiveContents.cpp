@@ -83,7 +83,7 @@ ArchiveContents ArchiveContents::fromTechnicalListing(const QString& listing) {
 ArchiveContents ArchiveContents::fromTarListing(const QByteArray& listing) {
   // "-rw-r--r-- 0/0 1234 2026-11-23 14:07 name", links with " -> target".
   static const QRegularExpression line(
-      QStringLiteral("^(\\S)\\S*\\s+\\S+\\s+(\\d+|\\d+,\\s*\\d+)\\s+\\S+\\s+\\S+\\s(.*)$"));
+      QStringLiteral("^(\\S)\\S*\\s+\\S+\\s+(\\d+|\\d+,\\s*\\d+)\\s+(\\S+)\\s+(\\S+)\\s(.*)$"));
   ArchiveContents contents;
   contents.complete = true;
   for (const QByteArray& raw : listing.split('\n')) {
@@ -95,7 +95,7 @@ ArchiveContents ArchiveContents::fromTarListing(const QByteArray& listing) {
       continue;
     }
     const QChar kind = match.captured(1).front();
-    QString name = match.captured(3);
+    QString name = match.captured(5);
     if (kind == u'l')
       name = name.section(QStringLiteral(" -> "), 0, 0);
     else if (kind == u'h')
@@ -106,6 +106,7 @@ ArchiveContents ArchiveContents::fromTarListing(const QByteArray& listing) {
     ContentEntry entry{QString::fromUtf8(bytes), match.captured(2).toLongLong(), kind == u'd'};
     if (entry.path.endsWith(u'/'))
       entry.path.chop(1);
+    entry.modified = match.captured(3) + u' ' + match.captured(4);
     contents.entries << entry;
   }
   return contents;
@@ -117,6 +118,12 @@ ArchiveContents ArchiveContents::read(ToolRunner& runner, const QString& type, c
     const ToolResult result = runner.run(
         {QStringLiteral("/usr/bin/tar"),
          {"--list", "--verbose", "--numeric-owner", "--quoting-style=escape", "-j", "-f", path}});
+    ArchiveContents contents = fromTarListing(result.output);
+    contents.complete = contents.complete && result.succeeded();
+    return contents;
+  }
+  if (ArchiveType::isCompressedTar(type)) {
+    const ToolResult result = runner.run(ArchiveCommands::compressedTarListing(path));
     ArchiveContents contents = fromTarListing(result.output);
     contents.complete = contents.complete && result.succeeded();
     return contents;

@@ -12,6 +12,8 @@ struct ContentEntry {
   qint64 size = 0;
   bool folder = false;
   bool encrypted = false;
+  // "2026-11-23 14:07" where the tool lists it.
+  QString modified;
 };
 
 struct ArchiveContents {

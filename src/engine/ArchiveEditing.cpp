@@ -54,6 +54,12 @@ void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
         QStringLiteral("OK"));
     return;
   }
+  if (ArchiveType::isCompressedTar(context_.opener.archive().archivetype)) {
+    context_.dialogs.alert(QStringLiteral("Archive not supported."),
+                           QStringLiteral("This archive type is not supported for updating."),
+                           QString());
+    return;
+  }
   QStringList names;
   for (const QModelIndex& row : selected)
     names << rows->entries()[row.row()].name;
@@ -109,7 +115,7 @@ void ArchiveEditing::updateArchive(const QStringList& sheet, int returnCode) {
   const OpenedArchive& archive = context_.opener.archive();
   const QString name = PathText::lastPathComponent(archive.filepath);
   const QString& type = archive.archivetype;
-  if (type == ArchiveType::Bzip2 || type == u"gzip") {
+  if (type == ArchiveType::Bzip2 || type == u"gzip" || ArchiveType::isCompressedTar(type)) {
     context_.dialogs.alert(QStringLiteral("Archive not supported."),
                            QStringLiteral("This archive type is not supported for updating."),
                            QString());

@@ -13,6 +13,7 @@
 #include "engine/listing/OutputSearch.h"
 #include "engine/listing/RarListing.h"
 #include "engine/listing/SltListing.h"
+#include "engine/listing/TarListing.h"
 #include "platform/PreferencesStore.h"
 
 #include <QDir>
@@ -45,7 +46,9 @@ void ArchiveOpener::open(const QString& path) {
     return;
   }
   archive_.archivePass = OpenedArchive::kNoPassword;
-  if (PreferencesStore::isYes(PreferencesStore::kAutoremoveMacosxFolder))
+  // A compressed tar archive cannot be changed in place.
+  if (PreferencesStore::isYes(PreferencesStore::kAutoremoveMacosxFolder) &&
+      !ArchiveType::isCompressedTar(archive_.archivetype))
     removeMacosxFolder();
   fillListBoxWithArchiveContent();
   window_.stopSpinner();
@@ -56,7 +59,7 @@ void ArchiveOpener::record(const QString& path) {
   archive_.filename = PathText::lastPathComponent(path);
   archive_.filepath = path;
   archive_.filesize = SizeText::archiveFile(path);
-  archive_.archivetype = ArchiveType::ofPath(path);
+  archive_.archivetype = ArchiveType::ofOpenedPath(path);
   window_.showArchive(archive_);
 }
 
@@ -123,6 +126,8 @@ std::optional<ToolRun> ArchiveOpener::listingRun() const {
     return ToolRun{ToolLocations::arj(), {list, path}};
   if (type == ArchiveType::Lha)
     return ToolRun{ToolLocations::lha(), {QStringLiteral("v"), path}};
+  if (ArchiveType::isCompressedTar(type))
+    return ArchiveCommands::compressedTarListing(path);
   if (sltTypeOf(type))
     return ToolRun{ToolLocations::sevenZip(),
                    LiteralNames::forSevenZip({list, pass}, {path}, {QStringLiteral("-slt")})};
@@ -151,6 +156,8 @@ ArchiveEntries ArchiveOpener::listFromWholeOutput(const ToolRun& run) {
     return parseRarListing(lines, icons_);
   if (type == ArchiveType::Arj)
     return parseArjListing(lines, icons_);
+  if (ArchiveType::isCompressedTar(type))
+    return parseTarListing(result ? result->output : QByteArray(), icons_);
   return parseLhaListing(lines, lhaVersion(), icons_);
 }
 

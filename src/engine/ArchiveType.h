@@ -22,6 +22,14 @@ inline const QString FirstVolume = QStringLiteral("001");
 
 QString ofPath(const QString& path);
 
+// A tar archive compressed as a whole: "tar.gz", "tar.bz2", "tar.xz" or
+// "tar.zst", from the name's ending; empty for any other name.
+QString compressedTarOf(const QString& path);
+bool isCompressedTar(const QString& token);
+// The type an archive opens as: a compressed tar archive when the user
+// asked for those to be listed, else the extension.
+QString ofOpenedPath(const QString& path);
+
 // The image resource of the type ("zip.icns"...), empty where the type
 // sets no icon.
 QString iconResource(const QString& token);
@@ -31,5 +39,7 @@ bool setsConverterIcon(const QString& token);
 
 // The extensions the open panel accepts, in the panel's order.
 const QStringList& openPanelExtensions();
+// Those, and "xz" and "zst" while compressed tar archives are listed.
+QStringList openableExtensions();
 
 }  // namespace ArchiveType

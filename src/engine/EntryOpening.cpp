@@ -2,6 +2,7 @@
 
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveOpener.h"
+#include "engine/ArchiveType.h"
 #include "engine/EntriesModel.h"
 #include "engine/EntriesProxy.h"
 #include "engine/LongRun.h"
@@ -93,6 +94,13 @@ QStringList EntryOpening::extractToTemporary(const QList<int>& rows) {
   QStringList names;
   for (int row : rows)
     names << entries[row].name;
+  if (ArchiveType::isCompressedTar(archive.archivetype)) {
+    context_.ui.operationStatus->showFailure(
+        tr("Single entries of .%1 archives cannot be taken out; extract the whole archive")
+            .arg(archive.archivetype),
+        QString());
+    return {};
+  }
   const ArchiveCommands::Archive target{archive.archivetype, archive.filepath};
   const QString password = context_.passwordFieldText();
   if (context_.refusesName(ArchiveCommands::unsafeName(

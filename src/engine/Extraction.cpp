@@ -113,7 +113,8 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
                   : QStringLiteral("Extraction done.\n NOTE: existing files and folders skipped "
                                    "and not overwritten.\n"));
   }
-  if (type == ArchiveType::Lha || type == ArchiveType::Tbz2 || type == ArchiveType::Bz2)
+  if (type == ArchiveType::Lha || type == ArchiveType::Tbz2 || type == ArchiveType::Bz2 ||
+      ArchiveType::isCompressedTar(type))
     removeEscapingLinks(destination, started);
   if (succeeded)
     reportExtracted(filesInArchive(), destination);
@@ -139,7 +140,8 @@ void Extraction::btnExtractSelected() {
   const OpenedArchive& archive = context_.opener.archive();
   const QString& type = archive.archivetype;
   const QString password = context_.passwordFieldText();
-  if (type == ArchiveType::Rar || type == ArchiveType::Arj || type == ArchiveType::Lha) {
+  if (type == ArchiveType::Rar || type == ArchiveType::Arj || type == ArchiveType::Lha ||
+      ArchiveType::isCompressedTar(type)) {
     context_.dialogs.alert(
         QStringLiteral("Archive not supported"),
         QStringLiteral("Extracting files from this type of archives is not supported."),

@@ -49,6 +49,10 @@ inline const QString kMailmessage = QStringLiteral("mailmessage");
 inline const QString kAttachlink = QStringLiteral("attachlink");
 inline const QString kIncludedate = QStringLiteral("includedate");
 
+// Quillet's own on Linux: compressed tar archives (.tar.gz, ...) open as
+// the tree they hold; absent means off.
+inline const QString kListCompressedTarArchives = QStringLiteral("listCompressedTarArchives");
+
 // Quillet's own on Linux: the "Open Recent" menu.
 inline const QString& kRecentDocuments = PreferencesStore::kRecentDocuments;
 

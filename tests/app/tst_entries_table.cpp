@@ -11,6 +11,7 @@
 #include "platform/ProcessToolRunner.h"
 #include "platform/QtDesktop.h"
 #include "support/EngineFixture.h"
+#include "support/Screenshot.h"
 #include "support/TestArchives.h"
 
 #include <QAction>
@@ -45,15 +46,6 @@ void clickHeader(const MainWindowUi& ui, int column) {
   const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2,
                       header->height() / 2);
   QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, centre);
-}
-
-void saveScreenshot(QWidget* window, const QString& name) {
-  const QString folder = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
-  if (folder.isEmpty())
-    return;
-  QDir().mkpath(folder);
-  QTest::qWait(50);
-  window->grab().save(folder + u'/' + name);
 }
 
 }  // namespace
@@ -208,7 +200,7 @@ class EntriesTableTest : public QObject {
       if (!action->isSeparator() && action->isEnabled())
         texts << action->text().remove(u'&');
     QCOMPARE(texts, (QStringList{"Open", "Extract Selected…", "Delete", "Test"}));
-    saveScreenshot(menu, "entries-context-menu.png");
+    saveScreenshot(menu, "entries-context-menu");
     menu->hide();
   }
 
@@ -304,7 +296,7 @@ class EntriesTableTest : public QObject {
              (QStringList{"folder 12/report-0.txt", "folder 12/report-1.txt",
                           "folder 12/report-2.txt"}));
     saveScreenshot(ui.mainWindow,
-                   QString("main-window-%1x%2.png").arg(size.width()).arg(size.height()));
+                   QString("main-window-%1x%2").arg(size.width()).arg(size.height()));
   }
 };
 

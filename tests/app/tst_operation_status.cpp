@@ -8,6 +8,7 @@
 #include "platform/ProcessToolRunner.h"
 #include "platform/QtDialogs.h"
 #include "support/EngineFixture.h"
+#include "support/Screenshot.h"
 #include "support/TestArchives.h"
 
 #include <QApplication>
@@ -26,18 +27,7 @@
 
 using Fixture = EngineFixture<ProcessToolRunner>;
 
-namespace {
-
-void saveScreenshot(QWidget* widget, const QString& name) {
-  const QString folder = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
-  if (folder.isEmpty())
-    return;
-  QDir().mkpath(folder);
-  QTest::qWait(50);
-  widget->grab().save(folder + u'/' + name);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 class OperationStatusTest : public QObject {
   Q_OBJECT
@@ -101,14 +91,14 @@ class OperationStatusTest : public QObject {
     QVERIFY(ui.operationStatus->text().contains("7z"));
     QPushButton* details = ui.operationStatus->detailsButton();
     QVERIFY(!details->isHidden());
-    saveScreenshot(ui.mainWindow, "failed-extraction-status.png");
+    saveScreenshot(ui.mainWindow, "failed-extraction-status");
 
     details->click();
     auto* dialog = ui.mainWindow->findChild<QDialog*>("operationDetails");
     QVERIFY(dialog);
     auto* text = dialog->findChild<QPlainTextEdit*>("operationDetailsText");
     QVERIFY(text->toPlainText().contains("ERROR", Qt::CaseInsensitive));
-    saveScreenshot(dialog, "failed-extraction-details.png");
+    saveScreenshot(dialog, "failed-extraction-details");
     dialog->close();
 
     ui.tabContainer->setCurrentIndex(1);

@@ -162,6 +162,8 @@ class PreferencesTest : public QObject {
     QTest::newRow("first file's name") << "chkUseTheFirstFileFromTheArrayForArchiveName"
                                        << kPrefUseFisrstNameOfTheArrayAsArchiveName;
     QTest::newRow("update check") << "chkAutoUpdateChkBox" << kAutoCheckForNewVersion;
+    QTest::newRow("compressed tar archives")
+        << "chkListCompressedTarArchives" << kListCompressedTarArchives;
   }
   void checkboxesWriteTheirKeys() {
     QFETCH(QString, checkbox);

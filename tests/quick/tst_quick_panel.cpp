@@ -8,6 +8,7 @@
 #include "quick/QuickPasswordDialog.h"
 #include "quick/contextMenuClass.h"
 #include "quick/contextMenuWindowClass.h"
+#include "support/Screenshot.h"
 #include "support/TestArchives.h"
 
 #include <QCursor>
@@ -21,16 +22,6 @@
 #include <QTest>
 
 namespace {
-
-void saveScreenshot(QWidget* window, const QString& name) {
-  const QString folder = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
-  if (folder.isEmpty())
-    return;
-  QDir().mkpath(folder);
-  // The tools' wait would let the window lay itself out; fakes do not wait.
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-  window->grab().save(folder + u'/' + name + QStringLiteral(".png"));
-}
 
 // Grabs the extraction window while the tool runs.
 class GrabbingRunner : public FakeToolRunner {

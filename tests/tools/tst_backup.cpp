@@ -3,6 +3,7 @@
 #include "platform/PreferenceKeys.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ProcessToolRunner.h"
+#include "support/Screenshot.h"
 #include "support/TestArchives.h"
 #include "tools/BackupNames.h"
 #include "tools/BackupSizeText.h"
@@ -29,15 +30,6 @@ using TestArchives::treeUnder;
 using TestArchives::writeFile;
 
 namespace {
-
-void screenshot(QWidget* window, const QString& name) {
-  const QString folder = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
-  if (folder.isEmpty())
-    return;
-  QDir().mkpath(folder);
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-  window->grab().save(folder + u'/' + name + QStringLiteral(".png"));
-}
 
 QString restoreBundle() {
   return QDir(qEnvironmentVariable("QUILLET_TOOLS_DIR")).absoluteFilePath("../backupmodule.app");
@@ -168,7 +160,7 @@ class BackupTest : public QObject {
     engine_->ui().chkCompressBackup->setChecked(true);
     page_->resize(820, 560);
     page_->show();
-    screenshot(page_.get(), "backup_tab");
+    saveScreenshot(page_.get(), "backup_tab");
   }
 
   void backupRestoresIntoAnotherHome() {
@@ -177,7 +169,7 @@ class BackupTest : public QObject {
     connect(&probe, &QTimer::timeout, this, [&] {
       if (!shot && engine_->ui().backUpWindow->isVisible()) {
         shot = true;
-        screenshot(engine_->ui().backUpWindow, "backup_status_window");
+        saveScreenshot(engine_->ui().backUpWindow, "backup_status_window");
       }
     });
     probe.start(20);

@@ -1,4 +1,5 @@
 #include "FakeDialogs.h"
+#include "support/Screenshot.h"
 #include "support/TestArchives.h"
 #include "tools/DMGUtility.h"
 #include "tools/DiskImageArguments.h"
@@ -25,15 +26,6 @@ using TestArchives::treeUnder;
 using TestArchives::writeFile;
 
 namespace {
-
-void screenshot(QWidget* window, const QString& name) {
-  const QString folder = qEnvironmentVariable("QUILLET_SCREENSHOT_DIR");
-  if (folder.isEmpty())
-    return;
-  QDir().mkpath(folder);
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-  window->grab().save(folder + u'/' + name + QStringLiteral(".png"));
-}
 
 struct Run {
   int exitCode;
@@ -258,7 +250,7 @@ class DiskImageTest : public QObject {
     QCOMPARE(utility_->loadingLabel->text(), "Work in progress, please wait...");
     page_->resize(820, 560);
     page_->show();
-    screenshot(page_.get(), "disk_image_tab_working");
+    saveScreenshot(page_.get(), "disk_image_tab_working");
   }
 
   void existingImageIsRefused() {
@@ -280,7 +272,7 @@ class DiskImageTest : public QObject {
     utility_->encryptionPassRepeatTextField->setText("secret");
     page_->resize(820, 560);
     page_->show();
-    screenshot(page_.get(), "disk_image_tab");
+    saveScreenshot(page_.get(), "disk_image_tab");
     utility_->chkEncryptImageOutlet->setChecked(false);
     QVERIFY(utility_->encryptionPassTextField->isHidden());
   }
