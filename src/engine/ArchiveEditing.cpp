@@ -99,11 +99,7 @@ void ArchiveEditing::addFilesToArchive() {
                            QStringLiteral("Please open archive first!"), QString());
     return;
   }
-  Dialogs::OpenPanel panel;
-  panel.title = QStringLiteral("Select files to add");
-  panel.chooseFiles = true;
-  panel.chooseFolders = true;
-  panel.multipleSelection = true;
+  const auto panel = Dialogs::OpenPanel::filesAndFolders(QStringLiteral("Select files to add"));
   const QStringList chosen = context_.dialogs.chooseToOpen(context_.ui.mainWindow, panel);
   updateArchive(chosen, chosen.isEmpty() ? 0 : kPanelOk);
 }

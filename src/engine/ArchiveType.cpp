@@ -40,6 +40,12 @@ QString ofOpenedPath(const QString& path) {
   return ofPath(path);
 }
 
+QString withoutTypeExtension(const QString& path, const QString& type) {
+  if (isCompressedTar(type))
+    return path.chopped(type.size() + 1);
+  return PathText::deletingPathExtension(path);
+}
+
 QString iconResource(const QString& token) {
   static const QHash<QString, QString> icons = {
       {Zip, "zip.icns"},      {SevenZip, "7z.icns"},

@@ -29,6 +29,9 @@ bool isCompressedTar(const QString& token);
 // The type an archive opens as: a compressed tar archive when the user
 // asked for those to be listed, else the extension.
 QString ofOpenedPath(const QString& path);
+// The path without the extension of its type: a compressed tar archive
+// loses both, "x.tar.gz" becomes "x".
+QString withoutTypeExtension(const QString& path, const QString& type);
 
 // The image resource of the type ("zip.icns"...), empty where the type
 // sets no icon.

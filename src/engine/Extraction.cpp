@@ -75,7 +75,7 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
   QString destination = sheet.first();
   OpenedArchive& archive = context_.opener.archive();
   if (context_.ui.chkCreateSurroundingFolderBeforeExtracting->isChecked()) {
-    destination += u'/' + PathText::deletingPathExtension(archive.filename);
+    destination += u'/' + ArchiveType::withoutTypeExtension(archive.filename, archive.archivetype);
     QDir().mkpath(destination);
   }
   choosenPath_ = destination;

@@ -18,6 +18,15 @@ class Dialogs {
     bool multipleSelection = false;
     bool canCreateFolders = false;
 
+    // Files and folders, several at once.
+    static OpenPanel filesAndFolders(const QString& title) {
+      OpenPanel panel;
+      panel.title = title;
+      panel.chooseFolders = true;
+      panel.multipleSelection = true;
+      return panel;
+    }
+
     // One folder, which may be made in the panel.
     static OpenPanel folder(const QString& title) {
       OpenPanel panel;

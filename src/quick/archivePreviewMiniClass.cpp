@@ -108,11 +108,7 @@ void archivePreviewMiniClass::btnAdd() {
                             QStringLiteral("Please open archive first!"), QString());
     return;
   }
-  Dialogs::OpenPanel panel;
-  panel.title = QStringLiteral("Select files to add");
-  panel.chooseFiles = true;
-  panel.chooseFolders = true;
-  panel.multipleSelection = true;
+  const auto panel = Dialogs::OpenPanel::filesAndFolders(QStringLiteral("Select files to add"));
   const QStringList chosen = services_.dialogs.chooseToOpen(miniArchiveWindow_.get(), panel);
   updateArchive(chosen, chosen.isEmpty() ? 0 : kPanelOk);
 }

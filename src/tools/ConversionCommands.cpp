@@ -1,6 +1,7 @@
 #include "tools/ConversionCommands.h"
 
 #include "create/JobSettings.h"
+#include "engine/ArchiveCommands.h"
 #include "engine/ArchiveType.h"
 #include "engine/LiteralNames.h"
 #include "engine/PathText.h"
@@ -50,6 +51,9 @@ std::optional<Step> extraction(const QString& type, const QString& archivePath,
     step.run = {ToolLocations::arj(), {"x", "-y", name, folder}};
     step.run.directory = archiveFolder;
     step.names = {name, folder};
+  } else if (ArchiveType::isCompressedTar(type)) {
+    step.run = ArchiveCommands::extractAll({type, archivePath}, {folder, true, QString()});
+    step.names = {archivePath};
   } else {
     return std::nullopt;
   }
@@ -58,7 +62,8 @@ std::optional<Step> extraction(const QString& type, const QString& archivePath,
 
 std::optional<Step> packing(const QString& method, const QString& archivePath,
                             const QString& password, const QString& folder) {
-  const QString base = PathText::deletingPathExtension(archivePath);
+  const QString base =
+      ArchiveType::withoutTypeExtension(archivePath, ArchiveType::ofOpenedPath(archivePath));
   Step step;
   if (method == JobSettings::kSevenZip || method == JobSettings::kZip) {
     const QString archive = base + (method == JobSettings::kZip ? ".zip" : ".7z");

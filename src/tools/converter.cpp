@@ -144,6 +144,8 @@ bool converter::extract(const QString& type, const QString& folder) {
     return extractWithLHA(folder);
   if (type == ArchiveType::Arj)
     return extractWithARJ(folder);
+  if (ArchiveType::isCompressedTar(type))
+    return extractWith(type, folder);
   // Other types are not extracted: the new archive packs an empty folder.
   return true;
 }

@@ -9,6 +9,7 @@
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 
+#include <QCheckBox>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -100,9 +101,11 @@ class CompressedTarTest : public QObject {
     fx.engine.test()->btnTestAction();
     QCOMPARE(fx.dialogs.alerts.last().message, QString("No errors found."));
 
+    // The surrounding folder is named without ".tar" as well.
+    fx.engine.ui().chkCreateSurroundingFolderBeforeExtracting->setChecked(true);
     QTemporaryDir destination;
     fx.engine.extraction()->openDialogForExtraction({destination.path()}, 1);
-    QCOMPARE(treeUnder(destination.filePath("tree")), source_);
+    QCOMPARE(treeUnder(destination.filePath("t/tree")), source_);
     QCOMPARE(fx.dialogs.alerts.size(), 1);
   }
 

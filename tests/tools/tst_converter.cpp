@@ -1,4 +1,6 @@
 #include "create/JobSettings.h"
+#include "platform/PreferenceKeys.h"
+#include "platform/PreferencesStore.h"
 #include "platform/ProcessToolRunner.h"
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
@@ -57,6 +59,7 @@ class ConverterTest : public QObject {
     qputenv("TMPDIR", temp_.path().toUtf8());
     TestArchives::writeSampleTree(work_.path(), "tree");
     source_ = treeUnder(work_.filePath("tree"));
+    PreferencesStore::setYes(PreferenceKeys::kListCompressedTarArchives, true);
   }
 
   void convertsIntoTheChosenFormat_data() {
@@ -74,6 +77,10 @@ class ConverterTest : public QObject {
     QTest::newRow("tar to zip") << "from tar.tar"
                                 << "tar" << QStringList{"cf", "%A", "tree"} << "zip"
                                 << "from tar.zip";
+    QTest::newRow("tar.xz to zip, named without .tar")
+        << "from txz.tar.xz"
+        << "tar" << QStringList{"cJf", "%A", "tree"} << "zip"
+        << "from txz.zip";
     QTest::newRow("arj to 7z") << "fromarj.arj"
                                << "arj" << QStringList{"a", "-r", "%A", "tree"} << "7z"
                                << "fromarj.7z";
