@@ -1,6 +1,7 @@
 #include "app/MainWindowBuilder.h"
 
 #include "app/DropZone.h"
+#include "app/FoldingOptions.h"
 #include "create/CreateTab.h"
 #include "engine/EntriesModel.h"
 #include "engine/EntriesProxy.h"
@@ -13,7 +14,6 @@
 #include <QCheckBox>
 #include <QDockWidget>
 #include <QFormLayout>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -154,7 +154,7 @@ QCheckBox* optionNamed(const char* objectName, const QString& text) {
   return named(new QCheckBox(text), objectName);
 }
 
-QWidget* buildExtractionOptions(MainWindowUi& ui) {
+FoldingOptions* buildExtractionOptions(MainWindowUi& ui) {
   ui.chkCreateSurroundingFolderBeforeExtracting =
       optionNamed("chkCreateSurroundingFolderBeforeExtracting",
                   QObject::tr("Extract into a folder named after the archive"));
@@ -167,15 +167,10 @@ QWidget* buildExtractionOptions(MainWindowUi& ui) {
   ui.chkTrashAfterExtracting =
       optionNamed("chkTrashAfterExtracting",
                   QObject::tr("Move archives opened from the file manager to the trash"));
-  auto* options = new QWidget;
-  auto* grid = new QGridLayout(options);
-  grid->setContentsMargins(0, 0, 0, 0);
-  grid->addWidget(ui.chkCreateSurroundingFolderBeforeExtracting, 0, 0);
-  grid->addWidget(ui.chkOverwriteExistingFiles, 0, 1);
-  grid->addWidget(ui.chkOpenDestinationAfterExtraction, 0, 2);
-  grid->addWidget(ui.chkPlaySoundWhenDone, 1, 0);
-  grid->addWidget(ui.chkTrashAfterExtracting, 1, 1, 1, 2);
-  return options;
+  return new FoldingOptions(
+      {ui.chkCreateSurroundingFolderBeforeExtracting, ui.chkOverwriteExistingFiles,
+       ui.chkOpenDestinationAfterExtraction, ui.chkPlaySoundWhenDone, ui.chkTrashAfterExtracting},
+      3);
 }
 
 QWidget* buildArchiveTab(MainWindowUi& ui) {
@@ -193,7 +188,9 @@ QWidget* buildArchiveTab(MainWindowUi& ui) {
   auto* lower = new QWidget;
   auto* lowerLayout = new QVBoxLayout(lower);
   lowerLayout->setContentsMargins(0, 0, 0, 0);
-  lowerLayout->addWidget(buildExtractionOptions(ui));
+  FoldingOptions* options = buildExtractionOptions(ui);
+  options->watch(page);
+  lowerLayout->addWidget(options);
   ui.fileContentView = named(new QPlainTextEdit, "fileContentView");
   ui.fileContentView->setReadOnly(true);
   ui.fileContentView->setPlaceholderText(
