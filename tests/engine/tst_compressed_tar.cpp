@@ -1,3 +1,4 @@
+#include "engine/ArchiveEditing.h"
 #include "engine/ArchiveTest.h"
 #include "engine/Extraction.h"
 #include "engine/MainWindowUi.h"
@@ -149,6 +150,28 @@ class CompressedTarTest : public QObject {
     fx.engine.extraction()->btnExtractSelected();
     QCOMPARE(fx.dialogs.alerts.last().message,
              QString("Extracting files from this type of archives is not supported."));
+  }
+
+  // These archives cannot be changed in place: the archive stays as it was.
+  void updatingIsRefused_data() {
+    QTest::addColumn<bool>("adding");
+    QTest::newRow("delete") << false;
+    QTest::newRow("add") << true;
+  }
+  void updatingIsRefused() {
+    QFETCH(bool, adding);
+    Fixture fx;
+    const QString archive = make("u.tar.xz", "--xz");
+    const QByteArray before = TestArchives::contentOf(archive);
+    fx.open(archive);
+    fx.selectRowsNamed({files_.first()});
+    if (adding)
+      fx.engine.editing()->updateArchive({work_.filePath("tree")}, 1);
+    else
+      fx.engine.editing()->btnDeleteSelectedFilesFromArchive();
+    QCOMPARE(fx.dialogs.alerts.last().message,
+             QString("This archive type is not supported for updating."));
+    QCOMPARE(TestArchives::contentOf(archive), before);
   }
 
   void switchedOffTheExtensionRules_data() {
