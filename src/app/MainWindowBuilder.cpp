@@ -6,6 +6,7 @@
 #include "engine/EntriesModel.h"
 #include "engine/EntriesProxy.h"
 #include "engine/OperationStatus.h"
+#include "platform/ObjectNames.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ResourceIcons.h"
 
@@ -33,12 +34,6 @@ namespace {
 
 constexpr int kArchiveIconSize = 64;
 constexpr int kRowHeight = 24;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 QLineEdit* fieldNamed(const char* objectName) {
   auto* field = named(new QLineEdit, objectName);

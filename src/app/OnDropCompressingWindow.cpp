@@ -2,6 +2,7 @@
 
 #include "app/CompressOnDrop.h"
 #include "platform/Dialogs.h"
+#include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 
 #include <QDialogButtonBox>
@@ -21,12 +22,6 @@ constexpr int kLoaderWidth = 340;
 constexpr int kSpinWidth = 48;
 
 const QString kCompressing = QStringLiteral("Compressing...");
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 }  // namespace
 

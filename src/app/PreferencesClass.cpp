@@ -4,6 +4,7 @@
 #include "app/DefaultLevelDisplay.h"
 #include "app/OnDropSwitches.h"
 #include "platform/Dialogs.h"
+#include "platform/ObjectNames.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ResourceIcons.h"
@@ -85,12 +86,6 @@ QWidget* page(std::initializer_list<QWidget*> groups) {
     layout->addWidget(group);
   layout->addStretch(1);
   return page;
-}
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/HttpText.h"
+#include "platform/ObjectNames.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/ResourceIcons.h"
 #include "platform/WindowPlacement.h"
@@ -26,12 +27,6 @@ using namespace PreferenceKeys;
 // Both fetches of one check together wait no longer than this, so that an
 // unreachable server delays the main window by less than five seconds.
 constexpr int kCheckTimeoutMs = 4500;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 }  // namespace
 

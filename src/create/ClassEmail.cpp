@@ -1,5 +1,6 @@
 #include "create/ClassEmail.h"
 
+#include "platform/ObjectNames.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/WindowPlacement.h"
 
@@ -15,12 +16,6 @@
 namespace {
 
 using namespace PreferenceKeys;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 // These two keys hold "1" and "0", unlike every other switch.
 QString oneOrZero(const QCheckBox* checkbox) {

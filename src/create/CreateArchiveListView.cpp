@@ -4,6 +4,7 @@
 #include "create/SelectionListModel.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
+#include "platform/ObjectNames.h"
 #include "platform/PreferencesStore.h"
 
 #include <QAction>
@@ -26,12 +27,6 @@ constexpr int kRowHeight = 24;
 constexpr int kSizeColumnWidth = 100;
 
 const QString kDroppedFiles = QStringLiteral("droppedFiles");
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 // A trailing slash would leave QFileInfo with an empty file name.
 QString lastPathComponent(const QString& cleanPath) {

@@ -1,4 +1,5 @@
 #include "create/CreateArchiveWindow.h"
+#include "platform/ObjectNames.h"
 #include "platform/WindowPlacement.h"
 
 #include "create/CreateHelp.h"
@@ -73,12 +74,6 @@ const UnitItem kUnitItems[] = {
     {"MB", &CreateArchiveWindow::btnSplitToVolumesMB},
     {"GB", &CreateArchiveWindow::btnSplitToVolumesGB},
 };
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 }  // namespace
 

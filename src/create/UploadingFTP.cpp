@@ -1,6 +1,7 @@
 #include "create/UploadingFTP.h"
 
 #include "platform/Dialogs.h"
+#include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 #include "platform/ToolRunner.h"
 
@@ -18,12 +19,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 QLabel* valueLabel(const char* objectName) {
   auto* label = named(new QLabel, objectName);

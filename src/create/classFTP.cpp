@@ -4,6 +4,7 @@
 #include "create/FtpVerdict.h"
 #include "engine/ToolProblem.h"
 #include "platform/Dialogs.h"
+#include "platform/ObjectNames.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/WindowPlacement.h"
 
@@ -20,12 +21,6 @@
 namespace {
 
 using namespace PreferenceKeys;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "quick/FloatingWindow.h"
 
+#include <QPainter>
 #include <QPropertyAnimation>
 #include <QScreen>
 #include <QWidget>
@@ -8,6 +9,7 @@ namespace FloatingWindow {
 namespace {
 
 constexpr int kFadeMs = 250;
+constexpr qreal kCornerRadius = 10.0;
 
 }  // namespace
 
@@ -33,6 +35,15 @@ QAbstractAnimation* fadeTo(QWidget* window, double opacity) {
   fade->setEndValue(opacity);
   fade->start(QAbstractAnimation::DeleteWhenStopped);
   return fade;
+}
+
+void paintPanel(QWidget* panel) {
+  QPainter painter(panel);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(panel->palette().color(QPalette::Mid), 1.0));
+  painter.setBrush(panel->palette().color(QPalette::Window));
+  painter.drawRoundedRect(QRectF(panel->rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
+                          kCornerRadius);
 }
 
 }  // namespace FloatingWindow

@@ -3,6 +3,7 @@
 #include "engine/ArchiveType.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
+#include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 #include "quick/FloatingWindow.h"
 #include "quick/PathLabel.h"
@@ -17,12 +18,6 @@ namespace {
 
 constexpr int kIconSize = 64;
 constexpr int kTextWidth = 340;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 }  // namespace
 

@@ -1,13 +1,13 @@
 #include "quick/archivePreviewWindowClass.h"
 
 #include "platform/ResourceIcons.h"
+#include "quick/FloatingWindow.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
-#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSizeGrip>
@@ -19,7 +19,6 @@ namespace {
 constexpr QSize kInitialSize(340, 400);
 constexpr QSize kSmallestSize(260, 220);
 constexpr int kRowIconSize = 16;
-constexpr qreal kCornerRadius = 10.0;
 constexpr QSize kLoaderSize(64, 8);
 
 QPushButton* button(const char* objectName, const QString& themeIcon, const QString& fallback,
@@ -158,10 +157,5 @@ void archivePreviewWindowClass::enableSelectionActions() {
 }
 
 void archivePreviewWindowClass::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(palette().color(QPalette::Mid), 1.0));
-  painter.setBrush(palette().color(QPalette::Window));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
-                          kCornerRadius);
+  FloatingWindow::paintPanel(this);
 }

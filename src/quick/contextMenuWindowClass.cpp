@@ -1,13 +1,13 @@
 #include "quick/contextMenuWindowClass.h"
 
 #include "platform/ResourceIcons.h"
+#include "quick/FloatingWindow.h"
 #include "quick/PanelGeometry.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 
@@ -15,7 +15,6 @@ namespace {
 
 constexpr int kIconSize = 32;
 constexpr int kNameWidth = 200;
-constexpr qreal kCornerRadius = 10.0;
 
 }  // namespace
 
@@ -83,10 +82,5 @@ void contextMenuWindowClass::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void contextMenuWindowClass::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(palette().color(QPalette::Mid), 1.0));
-  painter.setBrush(palette().color(QPalette::Window));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
-                          kCornerRadius);
+  FloatingWindow::paintPanel(this);
 }

@@ -1,5 +1,6 @@
 #include "tools/BackupUi.h"
 
+#include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 
 #include <QCheckBox>
@@ -17,12 +18,6 @@ namespace {
 constexpr int kHeaderIconSize = 48;
 constexpr int kStatusIconSize = 32;
 constexpr int kSpinnerWidth = 70;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 QLabel* sizeLabel(const char* objectName) {
   auto* label = named(new QLabel, objectName);

@@ -2,6 +2,7 @@
 
 #include "engine/ToolLocations.h"
 #include "platform/Dialogs.h"
+#include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 #include "tools/DiskImageArguments.h"
 
@@ -29,12 +30,6 @@ namespace {
 
 constexpr int kProgressIntervalMs = 111;
 constexpr int kHeaderIconSize = 48;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* objectName) {
-  widget->setObjectName(QString::fromLatin1(objectName));
-  return widget;
-}
 
 QPushButton* browseButton(const char* objectName) {
   return named(new QPushButton(

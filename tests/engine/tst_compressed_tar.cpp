@@ -23,14 +23,6 @@ using TestArchives::treeUnder;
 
 using Fixture = EngineFixture<ProcessToolRunner>;
 
-QStringList namesOf(const ArchiveEntries& rows) {
-  QStringList names;
-  for (const ArchiveEntry& row : rows)
-    names << row.name;
-  names.sort();
-  return names;
-}
-
 }  // namespace
 
 // tar archives compressed as a whole, listed, tested and extracted through
@@ -91,7 +83,7 @@ class CompressedTarTest : public QObject {
     QStringList all = files_ + QStringList{"tree", "tree/dir one", "tree/dir one/sub"};
     all.sort();
     const ArchiveEntries& rows = ui.oppenedArchiveArrayController->entries();
-    QCOMPARE(namesOf(rows), all);
+    QCOMPARE(TestArchives::sortedNamesOf(rows), all);
     for (const ArchiveEntry& row : rows) {
       if (files_.contains(row.name))
         QCOMPARE(row.originalSize,

@@ -32,14 +32,6 @@ const ArchiveEntry* rowNamed(const ArchiveEntries& rows, const QString& name) {
   return found == rows.cend() ? nullptr : &*found;
 }
 
-QStringList namesOf(const ArchiveEntries& rows) {
-  QStringList names;
-  for (const ArchiveEntry& row : rows)
-    names << row.name;
-  names.sort();
-  return names;
-}
-
 }  // namespace
 
 // Archives made by the installed tools, opened and listed as the window does.
@@ -112,7 +104,7 @@ class RealArchivesTest : public QObject {
     QVERIFY2(window.problems.isEmpty(), qPrintable(window.problems.join('\n')));
     QStringList all = files_ + folders_;
     all.sort();
-    QCOMPARE(namesOf(window.rows), all);
+    QCOMPARE(TestArchives::sortedNamesOf(window.rows), all);
     verifyFileRows(window.rows, withCrc, QString());
     static const QRegularExpression date(R"(^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d(\.\d+)?$)");
     for (const ArchiveEntry& row : window.rows)
@@ -123,7 +115,7 @@ class RealArchivesTest : public QObject {
     const ListingWindow window = open(make("t.tar", "tar", {"cf", "%A", "tree"}));
     QStringList all = files_ + folders_;
     all.sort();
-    QCOMPARE(namesOf(window.rows), all);
+    QCOMPARE(TestArchives::sortedNamesOf(window.rows), all);
     verifyFileRows(window.rows, false, QString());
     for (const ArchiveEntry& row : window.rows)
       QCOMPARE(row.crc32, QString("---"));
@@ -137,7 +129,7 @@ class RealArchivesTest : public QObject {
     for (const QString& file : files_)
       names << QFileInfo(file).fileName();
     names.sort();
-    QCOMPARE(namesOf(window.rows), names);
+    QCOMPARE(TestArchives::sortedNamesOf(window.rows), names);
     verifyFileRows(window.rows, false, "base names");
   }
 
@@ -149,7 +141,7 @@ class RealArchivesTest : public QObject {
     for (const QString& file : files_)
       names << QFileInfo(file).fileName().replace(QRegularExpression("[^\\x00-\\x7f]"), "?");
     names.sort();
-    QCOMPARE(namesOf(window.rows), names);
+    QCOMPARE(TestArchives::sortedNamesOf(window.rows), names);
     const ArchiveEntry* bin = rowNamed(window.rows, "b.bin");
     QVERIFY(bin);
     QCOMPARE(bin->originalSize, QString("4 KB"));

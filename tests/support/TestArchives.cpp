@@ -93,4 +93,12 @@ QByteArray contentOf(const QString& path) {
   return file.readAll();
 }
 
+QStringList sortedNamesOf(const ArchiveEntries& rows) {
+  QStringList names;
+  for (const ArchiveEntry& row : rows)
+    names << row.name;
+  names.sort();
+  return names;
+}
+
 }  // namespace TestArchives

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ArchiveEntry.h"
 #include "engine/listing/EntryIcons.h"
 #include "platform/ToolRunner.h"
 
@@ -33,6 +34,9 @@ Tree treeUnder(const QString& root);
 
 void writeFile(const QString& path, const QByteArray& content);
 QByteArray contentOf(const QString& path);
+
+// The rows' names, sorted, to compare listings whatever their order.
+QStringList sortedNamesOf(const ArchiveEntries& rows);
 
 }  // namespace TestArchives
 
