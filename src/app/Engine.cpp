@@ -65,7 +65,8 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
       opener_(runner, icons_, *this) {
   JobSettings::shared().init();
   creation_ = new ArchiveCreation(
-      jobRunner, dialogs, {ui_.mainWindow, createTab_, ui_.fileContentView, ui_.compressionSpin},
+      jobRunner, dialogs,
+      {ui_.mainWindow, createTab_, ui_.fileContentView, ui_.compressionSpin, ui_.operationStatus},
       this);
   ftp_ = new classFTP(runner, dialogs, ui_.mainWindow);
   email_ = new ClassEmail(ui_.mainWindow);

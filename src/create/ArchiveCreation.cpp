@@ -6,6 +6,7 @@
 #include "create/CreateTab.h"
 #include "create/SelectionListModel.h"
 #include "create/UploadingFTP.h"
+#include "engine/OperationStatus.h"
 #include "engine/ToolLocations.h"
 #include "platform/Dialogs.h"
 #include "platform/PreferenceKeys.h"
@@ -125,6 +126,7 @@ void ArchiveCreation::btnCompress() {
   if (compressionThread_)
     return;
   cancelled_ = std::make_shared<std::atomic<bool>>(false);
+  widgets_.operationStatus->clear();
   QThread* thread = QThread::create(&ArchiveCreation::compressingThreadProcedure, this,
                                     requestFromWindows(), cancelled_);
   thread->setObjectName(QStringLiteral("compressionThread"));
@@ -266,8 +268,15 @@ void ArchiveCreation::uploadFileToFTP(const QString& archiveName, const QString&
   uploading_->uploadFileToFTP(archiveName, folder, sendMail);
 }
 
-void ArchiveCreation::reportFailure(const QString& message) {
-  onGuiThread([this, message] { widgets_.mainWindow->statusBar()->showMessage(message); }, false);
+void ArchiveCreation::reportFailure(const QString& message, const QString& details) {
+  onGuiThread([this, message, details] { widgets_.operationStatus->showFailure(message, details); },
+              false);
+}
+
+void ArchiveCreation::reportCreated(const CreatedArchives& archives) {
+  onGuiThread(
+      [this, archives] { widgets_.operationStatus->showDone(archives.text(), archives.folder()); },
+      false);
 }
 
 void ArchiveCreation::leaveCreation() {

@@ -15,6 +15,7 @@ class CompressingWindow;
 class CreateArchiveWindow;
 class CreateTab;
 class Dialogs;
+class OperationStatus;
 class QMainWindow;
 class QPlainTextEdit;
 class QProgressBar;
@@ -36,6 +37,7 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
     CreateTab* createTab;
     QPlainTextEdit* fileContentView;
     QProgressBar* compressionSpin;
+    OperationStatus* operationStatus;
   };
 
   ArchiveCreation(ToolRunner& compressionProcess, Dialogs& dialogs, Widgets widgets,
@@ -72,7 +74,8 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   void alert(const QString& title, const QString& message) override;
   QString chooseArchivesFolder() override;
   void uploadFileToFTP(const QString& archiveName, const QString& folder) override;
-  void reportFailure(const QString& message) override;
+  void reportFailure(const QString& message, const QString& details) override;
+  void reportCreated(const CreatedArchives& archives) override;
 
   // AddingWindows
   void leaveCreation() override;

@@ -134,6 +134,7 @@ void CompressionJob::runProtected(const QString& passwordSwitch) {
   ui_.showCompressingWindow();
   if (toolTakesEveryName())
     compressProtected(passwordSwitch);
+  reportCreated();
   // A protected archive is never uploaded, and the spinner keeps turning.
   ui_.hideCompressingWindow();
 }
@@ -170,16 +171,18 @@ void CompressionJob::compressUnprotected() {
     eachRow([this](const QString& item) {
       if (request_.everyItem)
         archiveName_ = itemArchiveName(item, QStringLiteral(".arj"));
-      runTool(ToolLocations::arj(), QStringList{"a", "-y", settings_.arjCompressionLevel} +
-                                        ArchiveCommands::arjRecursion(item) +
-                                        QStringList{fileArgument(archiveName_), item});
+      if (runTool(ToolLocations::arj(), QStringList{"a", "-y", settings_.arjCompressionLevel} +
+                                            ArchiveCommands::arjRecursion(item) +
+                                            QStringList{fileArgument(archiveName_), item}))
+        noteMade(archiveName_);
     });
   } else if (method == JobSettings::kLha) {
     eachRow([this](const QString& item) {
       if (request_.everyItem)
         archiveName_ = itemArchiveName(item, QStringLiteral(".lha"));
-      runTool(ToolLocations::lha(),
-              {"a", settings_.lhaCompressionLevel, fileArgument(archiveName_), item});
+      if (runTool(ToolLocations::lha(),
+                  {"a", settings_.lhaCompressionLevel, fileArgument(archiveName_), item}))
+        noteMade(archiveName_);
     });
   } else {
     sevenZipRows({QStringLiteral("a"), method});
@@ -254,7 +257,8 @@ void CompressionJob::rarRows(const QString& passwordSwitch, bool perItemFolders)
       arguments << passwordSwitch;
     arguments << fileArgument(archiveName_) << item << excluding(QStringLiteral("-x*DS_Store"))
               << settings_.rarCompressionLevel << QStringLiteral("-ep1");
-    runTool(ToolLocations::rarCompressor(), arguments);
+    if (runTool(ToolLocations::rarCompressor(), arguments))
+      noteMade(archiveName_);
   });
 }
 
@@ -269,10 +273,12 @@ void CompressionJob::sevenZipRows(const QStringList& leading) {
     // 7za adds the type's own extension to a name that has none.
     if (request_.everyItem && !request_.passwordProtected)
       archiveName_ = itemArchiveName(item, QString());
-    runTool(ToolLocations::sevenZip(),
-            LiteralNames::forSevenZip(leading + excluding(QStringLiteral("-xr!.DS_Store")),
-                                      {fileArgument(archiveName_), item},
-                                      {settings_.zipCompressionLevel, QStringLiteral("-ssc")}));
+    if (runTool(ToolLocations::sevenZip(),
+                LiteralNames::forSevenZip(leading + excluding(QStringLiteral("-xr!.DS_Store")),
+                                          {fileArgument(archiveName_), item},
+                                          {settings_.zipCompressionLevel, QStringLiteral("-ssc")})))
+      noteMade(
+          sevenZipWrites(archiveName_, JobSettings::extensionFor(settings_.compressionMethod)));
   });
 }
 
@@ -291,10 +297,12 @@ void CompressionJob::gzipOrBzip2() {
       tarName = itemArchiveName(item, QStringLiteral(".tar"));
     if (!QFileInfo::exists(inFolder(tarName)))
       newTars << tarName;
-    runTool(ToolLocations::sevenZip(),
+    if (runTool(
+            ToolLocations::sevenZip(),
             LiteralNames::forSevenZip(QStringList{QStringLiteral("a"), QStringLiteral("-ttar")} +
                                           excluding(QStringLiteral("-xr!.DS_Store")),
-                                      {fileArgument(tarName), item}, {QStringLiteral("-ssc")}));
+                                      {fileArgument(tarName), item}, {QStringLiteral("-ssc")})))
+      noteMade(tarName);
   });
   // Only the last tar is compressed; with one archive per item the others
   // stay plain tars.
@@ -306,8 +314,11 @@ void CompressionJob::gzipOrBzip2() {
               LiteralNames::forSevenZip({QStringLiteral("a"), method},
                                         {fileArgument(compressed), fileArgument(tarName)},
                                         {settings_.zipCompressionLevel, QStringLiteral("-ssc")})) &&
-      QFileInfo::exists(inFolder(compressed)) && newTars.contains(tarName))
-    QFile::remove(inFolder(tarName));
+      QFileInfo::exists(inFolder(compressed))) {
+    replaceMade(tarName, {inFolder(compressed)});
+    if (newTars.contains(tarName))
+      QFile::remove(inFolder(tarName));
+  }
   archiveName_ = tarName;
 }
 
@@ -321,8 +332,10 @@ void CompressionJob::rarSplitStep() {
   if (runTool(ToolLocations::rarCompressor(),
               {QStringLiteral("a"), fileArgument(archiveName_ + QStringLiteral(".split")),
                fileArgument(archiveName_), QStringLiteral("-ep1"), QStringLiteral("-m0"),
-               settings_.splitVolumesSize}))
+               settings_.splitVolumesSize})) {
     QFile::remove(inFolder(archiveName_));
+    replaceMade(archiveName_, volumesOf(archiveName_ + QStringLiteral(".split")));
+  }
 }
 
 void CompressionJob::rarNoteStep() {
@@ -350,7 +363,8 @@ void CompressionJob::sfxStep() {
   // Only the slot of the bundle just made may be emptied.
   if (QFileInfo(slot).absoluteFilePath().startsWith(QFileInfo(bundle).absoluteFilePath() + u'/'))
     QFile::remove(slot);
-  QFile::rename(inFolder(archiveName_), slot);
+  if (QFile::rename(inFolder(archiveName_), slot))
+    replaceMade(archiveName_, {bundle});
   writeText(resources + QStringLiteral("/notes.txt"), request_.notes, QStringConverter::Utf16);
 }
 
@@ -363,13 +377,16 @@ void CompressionJob::splitStep() {
               LiteralNames::forSevenZip({QStringLiteral("a"), settings_.compressionMethod},
                                         {fileArgument(archiveName_ + QStringLiteral(".part")),
                                          fileArgument(archiveName_)},
-                                        {QStringLiteral("-ssc"), settings_.splitVolumesSize})))
+                                        {QStringLiteral("-ssc"), settings_.splitVolumesSize}))) {
     QFile::remove(inFolder(archiveName_));
+    replaceMade(archiveName_, volumesOf(archiveName_ + QStringLiteral(".part")));
+  }
 }
 
 void CompressionJob::endStep() {
   ui_.setCompressionSpinning(false);
   ui_.hideCompressingWindow();
+  reportCreated();
   if (request_.upload)
     ui_.uploadFileToFTP(archiveName_, folder_);
 }
@@ -412,9 +429,46 @@ bool CompressionJob::runTool(const QString& program, const QStringList& argument
     ui_.alert(QStringLiteral("Missing program"), problem->message);
     return false;
   }
+  toolFailed_ = true;
   if (!cancelled_())
-    ui_.reportFailure(problem->message);
+    ui_.reportFailure(
+        problem->message,
+        QString::fromLocal8Bit(result.errors.isEmpty() ? result.output : result.errors));
   return false;
+}
+
+void CompressionJob::noteMade(const QString& name) {
+  const QString path = inFolder(name);
+  if (!made_.paths.contains(path))
+    made_.paths << path;
+}
+
+void CompressionJob::replaceMade(const QString& made, const QStringList& paths) {
+  const qsizetype at = made_.paths.indexOf(inFolder(made));
+  if (at < 0 || paths.isEmpty())
+    return;
+  made_.paths.remove(at);
+  for (qsizetype i = 0; i < paths.size(); ++i)
+    made_.paths.insert(at + i, paths[i]);
+  made_.volumes = made_.volumes || paths.size() > 1;
+}
+
+// Matched by hand, since the stem may hold wildcard characters.
+QStringList CompressionJob::volumesOf(const QString& stem) const {
+  const QString name = PathText::lastPathComponent(stem);
+  const QDir folder(PathText::deletingLastPathComponent(inFolder(stem)));
+  QStringList volumes;
+  for (const QString& entry : folder.entryList(QDir::Files | QDir::Hidden, QDir::Name))
+    if (entry.startsWith(name))
+      volumes << folder.absoluteFilePath(entry);
+  return volumes;
+}
+
+// Only a job that ran to its end with every tool content says what it made.
+void CompressionJob::reportCreated() {
+  if (toolFailed_ || programMissing_ || cancelled_() || made_.paths.isEmpty())
+    return;
+  ui_.reportCreated(made_);
 }
 
 QString CompressionJob::inFolder(const QString& name) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "create/CreatedArchives.h"
 #include "create/JobSettings.h"
 
 #include <QString>
@@ -71,6 +72,13 @@ class CompressionJob {
   void splitStep();
   void endStep();
   bool lhaCanStoreEveryName();
+  // The made archive's file: one more the report will name.
+  void noteMade(const QString& name);
+  // A step turned the archive named made into these files.
+  void replaceMade(const QString& made, const QStringList& paths);
+  // The volumes a split step wrote: the files whose names start with stem.
+  QStringList volumesOf(const QString& stem) const;
+  void reportCreated();
 
   // Runs a tool in the job's folder; false when it failed, so that nothing
   // is deleted on its word. A missing program ends the job's tool runs.
@@ -89,4 +97,6 @@ class CompressionJob {
   QString folder_;
   QString archiveName_;
   bool programMissing_ = false;
+  bool toolFailed_ = false;
+  CreatedArchives made_;
 };

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+struct CreatedArchives;
+
 // What the compression job needs from the windows. The job runs on a worker
 // thread; the implementation carries every call over to the GUI thread, and
 // the calls that ask the user wait for the answer.
@@ -30,6 +32,9 @@ class JobUi {
   virtual QString chooseArchivesFolder() = 0;
   // The archive's name is relative to the job's folder.
   virtual void uploadFileToFTP(const QString& archiveName, const QString& folder) = 0;
-  // One status-bar line saying what failed.
-  virtual void reportFailure(const QString& message) = 0;
+  // One status-bar line saying what failed, with the tool's whole error
+  // output behind it.
+  virtual void reportFailure(const QString& message, const QString& details) = 0;
+  // What a job that ran to its end without a failure made.
+  virtual void reportCreated(const CreatedArchives& archives) = 0;
 };

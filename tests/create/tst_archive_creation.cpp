@@ -7,6 +7,7 @@
 #include "create/CreateArchiveWindow.h"
 #include "create/CreateTab.h"
 #include "create/JobSettings.h"
+#include "engine/OperationStatus.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ProcessToolRunner.h"
 #include "support/TestArchives.h"
@@ -206,6 +207,10 @@ class ArchiveCreationTest : public QObject {
     window.options()->findChild<QPushButton*>("btnCompress")->click();
     QVERIFY(finished.wait(60000));
     QVERIFY(QFile::exists(work_.filePath("made.7z")));
+    OperationStatus* status = window.engine.ui().operationStatus;
+    QCOMPARE(status->text(), "Archive created: " + work_.filePath("made.7z"));
+    status->showFolderButton()->click();
+    QCOMPARE(window.desktop.shownFolders, QStringList{work_.path()});
     QVERIFY(!window.options()->isVisible());
     QVERIFY(!window.creation()->compressingWindow()->isVisible());
     QVERIFY(!window.engine.ui().compressionSpin->isVisible());
@@ -262,6 +267,7 @@ class ArchiveCreationTest : public QObject {
     runs.open(QIODevice::ReadOnly);
     QCOMPARE(runs.readAll(), QByteArray("run\n"));
     QVERIFY(!window.creation()->compressionThread());
+    QVERIFY(window.engine.ui().operationStatus->text().isEmpty());
   }
 };
 

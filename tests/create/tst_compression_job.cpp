@@ -170,6 +170,7 @@ class CompressionJobTest : public QObject {
     QCOMPARE(extracted(output.filePath(archive), output.filePath("x")), expectedTree(QString()));
     QCOMPARE(ui.calls.last(), QString("hide compressing window"));
     QVERIFY(ui.calls.contains("stop spin"));
+    QCOMPARE(ui.created, QStringList{"Archive created: " + output.filePath(archive)});
   }
 
   void gzipAndBzip2WrapATar_data() {
@@ -188,6 +189,7 @@ class CompressionJobTest : public QObject {
     RecordingJobUi ui;
     runJob(request(method, output.filePath("out")), ui, runner);
     QVERIFY(!QFile::exists(output.filePath("out.tar")));
+    QCOMPARE(ui.created, QStringList{"Archive created: " + output.filePath(archive)});
     const QString inner = output.filePath("inner");
     QDir().mkpath(inner);
     TestArchives::runIn(inner, "7z", {"x", "-y", output.filePath(archive)});
@@ -714,6 +716,10 @@ class CompressionJobTest : public QObject {
     QVERIFY(!QFile::exists(output.filePath(archive)));
     QVERIFY(QFile::exists(output.filePath(archive + ".part.001")));
     QVERIFY(QFile::exists(output.filePath(archive + ".part.002")));
+    const qsizetype volumes = QDir(output.path()).entryList(QDir::Files).size();
+    QCOMPARE(ui.created, QStringList{QString("Archive created: %1 in %2 volumes")
+                                         .arg(output.filePath(archive + ".part.001"))
+                                         .arg(volumes)});
     const QString joined = output.filePath("joined");
     QDir().mkpath(joined);
     TestArchives::runIn(joined, "7z", {"x", "-y", output.filePath(archive + ".part.001")});
@@ -733,6 +739,24 @@ class CompressionJobTest : public QObject {
     QVERIFY(ui.calls.contains("choose folder"));
     QVERIFY(QFile::exists(output.filePath("tree.zip")));
     QVERIFY(QFile::exists(output.filePath("-single file.zip")));
+    QCOMPARE(ui.created, QStringList{"2 archives created in " + output.path()});
+  }
+
+  void aFailedRowReportsNothingCreated() {
+    QTemporaryDir output;
+    CompressionRequest job = request("-tzip", "unknown");
+    job.everyItem = true;
+    FakeToolRunner runner;
+    ToolResult refused;
+    refused.exitCode = 2;
+    refused.errors = "ERROR: disk full\n";
+    runner.answer(
+        "7za", [](const QStringList& arguments) { return arguments.contains("-tzip"); }, refused);
+    RecordingJobUi ui;
+    ui.archivesFolder = output.path();
+    runJob(job, ui, runner);
+    QVERIFY(!ui.failures.isEmpty());
+    QVERIFY(ui.created.isEmpty());
   }
 
   void everyItemWithGzipCompressesOnlyTheLastTar() {
@@ -842,6 +866,7 @@ class CompressionJobTest : public QObject {
     const QString resources = output.filePath("gift.app/Contents/Resources");
     QVERIFY(QFile::exists(resources + "/archive"));
     QVERIFY(!QFile::exists(output.filePath("gift.7z")));
+    QCOMPARE(ui.created, QStringList{"Archive created: " + output.filePath("gift.app")});
     QFile notes(resources + "/notes.txt");
     QVERIFY(notes.open(QIODevice::ReadOnly));
     QCOMPARE(QStringDecoder(QStringConverter::Utf16).decode(notes.readAll()),

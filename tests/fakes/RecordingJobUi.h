@@ -1,5 +1,6 @@
 #pragma once
 
+#include "create/CreatedArchives.h"
 #include "create/JobUi.h"
 
 #include <QStringList>
@@ -43,13 +44,15 @@ class RecordingJobUi : public JobUi {
     uploads << archiveName;
     uploadFolders << folder;
   }
-  void reportFailure(const QString& message) override { failures << message; }
+  void reportFailure(const QString& message, const QString&) override { failures << message; }
+  void reportCreated(const CreatedArchives& archives) override { created << archives.text(); }
 
   QStringList calls;
   QStringList alerts;
   QStringList uploads;
   QStringList uploadFolders;
   QStringList failures;
+  QStringList created;
   QString archivesFolder;
   bool createWindowVisible = true;
 };
