@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QGridLayout>
+#include <QLayout>
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QToolButton>
@@ -31,6 +32,8 @@ QAction* mirror(QCheckBox* box, QMenu* menu) {
 
 FoldingOptions::FoldingOptions(const QList<QCheckBox*>& boxes, int columns, QWidget* parent)
     : QWidget(parent), grid_(new QWidget), button_(new QToolButton) {
+  // The page folds the grid when it is too narrow, so its width binds nothing.
+  grid_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   auto* grid = new QGridLayout(grid_);
   grid->setContentsMargins(0, 0, 0, 0);
   auto* menu = new QMenu(button_);
@@ -66,7 +69,11 @@ bool FoldingOptions::isFolded() const {
 }
 
 bool FoldingOptions::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize)
-    setFolded(static_cast<QWidget*>(watched)->height() < kFoldBelowHeight);
+  if (event->type() == QEvent::Resize) {
+    auto* page = static_cast<QWidget*>(watched);
+    const QMargins margins = page->layout() ? page->layout()->contentsMargins() : QMargins();
+    const int room = page->width() - margins.left() - margins.right();
+    setFolded(page->height() < kFoldBelowHeight || room < grid_->minimumSizeHint().width());
+  }
   return QWidget::eventFilter(watched, event);
 }

@@ -8,7 +8,8 @@ class QToolButton;
 
 // The extraction options: a grid of check boxes while the window has room,
 // and one "Options" button offering the same choices as a menu when it has
-// not, so that a small window keeps its height for the listing. The menu
+// not, so that a small window keeps its height for the listing and the
+// grid never makes the window wider. The menu
 // clicks the check boxes themselves, so whatever a check box does on a click
 // happens the same way from the menu.
 class FoldingOptions : public QWidget {
@@ -20,7 +21,8 @@ class FoldingOptions : public QWidget {
 
   FoldingOptions(const QList<QCheckBox*>& boxes, int columns, QWidget* parent = nullptr);
 
-  // Folds and unfolds with the height of page.
+  // Folds and unfolds with the height of page, and folds when the page is
+  // too narrow for the grid.
   void watch(QWidget* page);
   void setFolded(bool folded);
   bool isFolded() const;

@@ -23,6 +23,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -196,7 +197,7 @@ QWidget* buildArchiveTab(MainWindowUi& ui) {
   splitter->setStretchFactor(1, 1);
   splitter->setChildrenCollapsible(false);
   // The listing gets the room; the messages start at a few lines.
-  ui.fileContentView->setMinimumHeight(ui.fileContentView->fontMetrics().lineSpacing() * 4);
+  ui.fileContentView->setMinimumHeight(ui.fileContentView->fontMetrics().lineSpacing() * 3);
   splitter->setSizes({4000, 1});
   layout->addWidget(splitter, 1);
   return page;
@@ -343,6 +344,16 @@ void buildSidePanels(MainWindowUi& ui, Dialogs& dialogs) {
   ui.drawerObject->hide();
 }
 
+// A page of settings scrolls in a small window instead of making the
+// whole window taller than the screen allows.
+QScrollArea* scrolling(QWidget* page) {
+  auto* area = new QScrollArea;
+  area->setWidget(page);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  return area;
+}
+
 }  // namespace
 
 MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab, ShellActions& shell) {
@@ -357,9 +368,9 @@ MainWindowUi buildMainWindow(Dialogs& dialogs, CreateTab* createTab, ShellAction
   ui.tabContainer->addTab(buildArchiveTab(ui), QObject::tr("Archive"));
   ui.tabContainer->addTab(createTab, QObject::tr("Create"));
   ui.backupTab = named(new QWidget, "backupTab");
-  ui.tabContainer->addTab(ui.backupTab, QObject::tr("Backup"));
+  ui.tabContainer->addTab(scrolling(ui.backupTab), QObject::tr("Backup"));
   ui.diskImageTab = named(new QWidget, "diskImageTab");
-  ui.tabContainer->addTab(ui.diskImageTab, QObject::tr("Disk image"));
+  ui.tabContainer->addTab(scrolling(ui.diskImageTab), QObject::tr("Disk image"));
   ui.mainWindow->setCentralWidget(ui.tabContainer);
 
   buildMenusAndToolbar(ui);

@@ -14,24 +14,33 @@ class FoldingOptionsTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void foldsWithThePageHeight_data() {
+  void foldsWithThePageSize_data() {
+    QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
     QTest::addColumn<bool>("folded");
-    QTest::newRow("small") << FoldingOptions::kFoldBelowHeight - 1 << true;
-    QTest::newRow("large") << FoldingOptions::kFoldBelowHeight << false;
+    const int tall = FoldingOptions::kFoldBelowHeight;
+    QTest::newRow("low") << 800 << tall - 1 << true;
+    QTest::newRow("large") << 800 << tall << false;
+    QTest::newRow("narrow") << 300 << tall << true;
   }
-  void foldsWithThePageHeight() {
+  void foldsWithThePageSize() {
+    QFETCH(int, width);
     QFETCH(int, height);
     QFETCH(bool, folded);
     QWidget page;
-    auto* options = new FoldingOptions({new QCheckBox("a"), new QCheckBox("b")}, 2);
+    auto* options =
+        new FoldingOptions({new QCheckBox("Extract into a folder named after the archive"),
+                            new QCheckBox("Overwrite existing files")},
+                           2);
     (new QVBoxLayout(&page))->addWidget(options);
     options->watch(&page);
-    page.resize(800, height);
+    page.resize(width, height);
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
     QCOMPARE(options->isFolded(), folded);
     QCOMPARE(options->foldedButton()->isVisible(), folded);
+    // Unfolded or not, the options never hold the page wider.
+    QVERIFY(page.minimumSizeHint().width() < 300);
   }
 
   void theMenuClicksTheBoxAndFollowsIt() {
