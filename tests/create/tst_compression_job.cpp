@@ -115,6 +115,15 @@ class CompressionJobTest : public QObject {
     job.run();
   }
 
+  // One archive per item, into folder.
+  void runEveryItem(const QString& method, const QString& folder, RecordingJobUi& ui,
+                    ToolRunner& runner) {
+    CompressionRequest job = request(method, "unknown");
+    job.everyItem = true;
+    ui.archivesFolder = folder;
+    runJob(job, ui, runner);
+  }
+
   Tree extracted(const QString& archive, const QString& folder) {
     QDir().mkpath(folder);
     TestArchives::runIn(folder, "7z", {"x", "-y", archive});
@@ -730,12 +739,9 @@ class CompressionJobTest : public QObject {
 
   void everyItemMakesAnArchivePerItem() {
     QTemporaryDir output;
-    CompressionRequest job = request("-tzip", "unknown");
-    job.everyItem = true;
     ProcessToolRunner runner;
     RecordingJobUi ui;
-    ui.archivesFolder = output.path();
-    runJob(job, ui, runner);
+    runEveryItem("-tzip", output.path(), ui, runner);
     QVERIFY(ui.calls.contains("choose folder"));
     QVERIFY(QFile::exists(output.filePath("tree.zip")));
     QVERIFY(QFile::exists(output.filePath("-single file.zip")));
@@ -744,8 +750,6 @@ class CompressionJobTest : public QObject {
 
   void aFailedRowReportsNothingCreated() {
     QTemporaryDir output;
-    CompressionRequest job = request("-tzip", "unknown");
-    job.everyItem = true;
     FakeToolRunner runner;
     ToolResult refused;
     refused.exitCode = 2;
@@ -753,20 +757,16 @@ class CompressionJobTest : public QObject {
     runner.answer(
         "7za", [](const QStringList& arguments) { return arguments.contains("-tzip"); }, refused);
     RecordingJobUi ui;
-    ui.archivesFolder = output.path();
-    runJob(job, ui, runner);
+    runEveryItem("-tzip", output.path(), ui, runner);
     QVERIFY(!ui.failures.isEmpty());
     QVERIFY(ui.created.isEmpty());
   }
 
   void everyItemWithGzipCompressesOnlyTheLastTar() {
     QTemporaryDir output;
-    CompressionRequest job = request("-tgzip", "unknown");
-    job.everyItem = true;
     ProcessToolRunner runner;
     RecordingJobUi ui;
-    ui.archivesFolder = output.path();
-    runJob(job, ui, runner);
+    runEveryItem("-tgzip", output.path(), ui, runner);
     QVERIFY(QFile::exists(output.filePath("tree.tar")));
     QVERIFY(QFile::exists(output.filePath("-single file.tar.gz")));
     QVERIFY(!QFile::exists(output.filePath("-single file.tar")));
