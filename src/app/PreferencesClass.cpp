@@ -4,6 +4,7 @@
 #include "app/DefaultLevelDisplay.h"
 #include "app/OnDropSwitches.h"
 #include "platform/Dialogs.h"
+#include "platform/FormButtons.h"
 #include "platform/ObjectNames.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/PreferencesStore.h"
@@ -125,6 +126,7 @@ PreferencesClass::PreferencesClass(QWidget* parent, Dialogs& dialogs, ToolRunner
   tabContainer_->tabBar()->setElideMode(Qt::ElideNone);
   tabContainer_->setMinimumWidth(tabContainer_->tabBar()->sizeHint().width() + kTabBarMargin);
   windowPreferences_->setMinimumHeight(360);
+  keepEnterForTheAnswers(windowPreferences_);
 }
 
 QCheckBox* PreferencesClass::checkbox(const char* objectName, const QString& text,

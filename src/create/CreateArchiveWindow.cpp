@@ -1,4 +1,5 @@
 #include "create/CreateArchiveWindow.h"
+#include "platform/FormButtons.h"
 #include "platform/ObjectNames.h"
 #include "platform/WindowPlacement.h"
 
@@ -125,6 +126,7 @@ CreateArchiveWindow::CreateArchiveWindow(JobSettings& settings, QWidget* parent)
   layout->addLayout(drawers);
   btnZipCompression();
   showControls();
+  keepEnterForTheAnswers(this);
 }
 
 QWidget* CreateArchiveWindow::buildFormats() {

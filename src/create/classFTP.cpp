@@ -4,6 +4,7 @@
 #include "create/FtpVerdict.h"
 #include "engine/ToolProblem.h"
 #include "platform/Dialogs.h"
+#include "platform/FormButtons.h"
 #include "platform/ObjectNames.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/WindowPlacement.h"
@@ -83,6 +84,7 @@ void classFTP::buildSettingsWindow() {
   layout->addLayout(serverActions);
   layout->addWidget(ftpTestLoadingIndicator_);
   layout->addWidget(buttons);
+  keepEnterForTheAnswers(ftpSettingsWindow_);
 }
 
 void classFTP::buildNewDirWindow() {

@@ -24,6 +24,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -130,12 +131,30 @@ class EntriesTableTest : public QObject {
     QTRY_COMPARE(fx.engine.createTab()->list()->model()->rowCount(), 1);
   }
 
+  // Enter creates the archive wherever the focus is but on Cancel; the
+  // buttons inside the form act on a click or Space only.
+  void enterInTheCreateWindowCreates_data() {
+    QTest::addColumn<QString>("focused");
+    QTest::newRow("help") << "btnHelpCreateArchive";
+    QTest::newRow("ftp settings") << "btnFTPSettings";
+    QTest::newRow("e-mail settings") << "btnOpenEmailSettings";
+  }
   void enterInTheCreateWindowCreates() {
+    QFETCH(QString, focused);
     Fixture fx;
     CreateArchiveWindow* window = fx.engine.creation()->createArchiveWindow();
-    auto* help = window->findChild<QPushButton*>("btnHelpCreateArchive");
-    QVERIFY(!help->autoDefault());
-    QVERIFY(window->findChild<QPushButton*>("btnCompress")->isDefault());
+    QObject::disconnect(window, &CreateArchiveWindow::compressRequested, nullptr, nullptr);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window));
+    auto* button = window->findChild<QPushButton*>(focused);
+    QVERIFY(button);
+    button->setEnabled(true);
+    button->setFocus();
+    QSignalSpy compress(window->findChild<QPushButton*>("btnCompress"), &QPushButton::clicked);
+    QSignalSpy other(button, &QPushButton::clicked);
+    QTest::keyClick(button, Qt::Key_Return);
+    QCOMPARE(compress.size(), 1);
+    QCOMPARE(other.size(), 0);
   }
 
   void doubleClickOrEnterOpensTheEntry_data() {
