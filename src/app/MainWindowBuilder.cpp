@@ -311,7 +311,12 @@ void buildShellMenus(const MainWindowUi& ui, ShellActions& shell) {
 
   shell.menuPreferences =
       action("menuPreferences", QObject::tr("&Preferences…"), "preferences-system");
-  shell.menuPreferences->setShortcut(QKeySequence::Preferences);
+  // Most Linux desktops bind no standard key for preferences; Ctrl+, is the
+  // one their applications use.
+  const QList<QKeySequence> preferencesKeys = QKeySequence::keyBindings(QKeySequence::Preferences);
+  shell.menuPreferences->setShortcuts(
+      preferencesKeys.isEmpty() ? QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::Key_Comma)}
+                                : preferencesKeys);
   shell.menuPreferences->setMenuRole(QAction::PreferencesRole);
   window->menuBar()->addMenu(QObject::tr("&Settings"))->addAction(shell.menuPreferences);
 
