@@ -1,5 +1,6 @@
 #include "app/OnDropSwitches.h"
 
+#include <QHash>
 #include <QStringList>
 
 namespace OnDropSwitches {
@@ -12,26 +13,22 @@ constexpr int kFirstTableRow = 1;
 
 }  // namespace
 
+QString jobMethodFor(const QString& method) {
+  static const QHash<QString, QString> methods = {{kZip, JobSettings::kZip},
+                                                  {kSevenZip, JobSettings::kSevenZip},
+                                                  {kRar, JobSettings::kRar},
+                                                  {kArj, JobSettings::kArj},
+                                                  {kLha, JobSettings::kLha}};
+  return methods.value(method);
+}
+
 QString extensionFor(const QString& method) {
-  if (method == kZip)
-    return QStringLiteral(".zip");
-  if (method == kSevenZip)
-    return QStringLiteral(".7z");
-  if (method == kRar)
-    return QStringLiteral(".rar");
-  if (method == kArj)
-    return QStringLiteral(".arj");
-  if (method == kLha)
-    return QStringLiteral(".lha");
-  return {};
+  const QString jobMethod = jobMethodFor(method);
+  return jobMethod.isEmpty() ? QString() : JobSettings::extensionFor(jobMethod);
 }
 
 QString sevenZipType(const QString& method) {
-  if (method == kZip)
-    return JobSettings::kZip;
-  if (method == kSevenZip)
-    return JobSettings::kSevenZip;
-  return {};
+  return method == kZip || method == kSevenZip ? jobMethodFor(method) : QString();
 }
 
 const CompressionLevel& levelFor(const QString& level) {

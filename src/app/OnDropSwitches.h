@@ -15,6 +15,8 @@ inline const QString kRar = QStringLiteral("RAR");
 inline const QString kArj = QStringLiteral("ARJ");
 inline const QString kLha = QStringLiteral("LHA");
 
+// The create window's method of the same format; empty for any other text.
+QString jobMethodFor(const QString& method);
 // ".zip", ".7z", ".rar", ".arj" or ".lha"; empty for any other text.
 QString extensionFor(const QString& method);
 // "-tzip" or "-t7z"; empty for the methods 7za does not make.

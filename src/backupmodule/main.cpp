@@ -2,6 +2,7 @@
 // backed-up folders back into the home folder.
 
 #include "backupmodule/Restore.h"
+#include "platform/StandaloneApplication.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -55,14 +56,6 @@ std::optional<QString> archiveOf(const BackupBundle& bundle) {
   if (!QFileInfo(path).isFile())
     return std::nullopt;
   return path;
-}
-
-bool displayAvailable() {
-  const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
-  if (platform.startsWith(u"offscreen") || platform.startsWith(u"minimal"))
-    return false;
-  return !platform.isEmpty() || qEnvironmentVariableIsSet("DISPLAY") ||
-         qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
 QString question(const BackupBundle& bundle, const QString& home) {
@@ -157,12 +150,9 @@ int runWithWindows(const BackupBundle& bundle, const QString& archive, const QSt
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  const bool withWindows = displayAvailable();
-  std::unique_ptr<QCoreApplication> application;
-  if (withWindows)
-    application = std::make_unique<QApplication>(argc, argv);
-  else
-    application = std::make_unique<QCoreApplication>(argc, argv);
+  const bool withWindows = StandaloneApplication::displayAvailable();
+  const std::unique_ptr<QCoreApplication> application =
+      StandaloneApplication::make(argc, argv, withWindows);
 
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral(

@@ -1,6 +1,7 @@
 // The self-extracting stub: run from inside its bundle, it extracts the bundled
 // archive into the folder that holds the bundle.
 
+#include "platform/StandaloneApplication.h"
 #include "sfx/Extraction.h"
 
 #include <QApplication>
@@ -49,14 +50,6 @@ QString readNotes(const QString& path) {
   const QByteArray data = file.readAll();
   QStringDecoder decoder(QStringConverter::encodingForData(data).value_or(QStringConverter::Utf16));
   return decoder.decode(data);
-}
-
-bool displayAvailable() {
-  const QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
-  if (platform.startsWith("offscreen") || platform.startsWith("minimal"))
-    return false;
-  return !platform.isEmpty() || qEnvironmentVariableIsSet("DISPLAY") ||
-         qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
 const QString kMissingTool = "7z was not found; install the Debian package p7zip-full";
@@ -162,12 +155,9 @@ int runWithWindows(const StubBundle& bundle, QString password) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  const bool withWindows = displayAvailable();
-  std::unique_ptr<QCoreApplication> application;
-  if (withWindows)
-    application = std::make_unique<QApplication>(argc, argv);
-  else
-    application = std::make_unique<QCoreApplication>(argc, argv);
+  const bool withWindows = StandaloneApplication::displayAvailable();
+  const std::unique_ptr<QCoreApplication> application =
+      StandaloneApplication::make(argc, argv, withWindows);
 
   QCommandLineParser parser;
   parser.setApplicationDescription(
