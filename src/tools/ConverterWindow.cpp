@@ -114,9 +114,10 @@ ConverterWindow::ConverterWindow(QLabel* iconCurrent, QWidget* parent)
   convertButton_->setDefault(true);
   cancelButton_ = buttons->addButton(QDialogButtonBox::Cancel);
   cancelButton_->setObjectName(QStringLiteral("btnCancel"));
-  cancelButton_->hide();
   closeButton_ = buttons->addButton(QDialogButtonBox::Close);
   closeButton_->setObjectName(QStringLiteral("btnClose"));
+  // Hidden once every button is in: adding one shows all of them again.
+  cancelButton_->hide();
   connect(cancelButton_, &QPushButton::clicked, this, &ConverterWindow::cancelRequested);
 
   auto* layout = new QVBoxLayout(this);

@@ -101,6 +101,8 @@ class ConverterTest : public QObject {
     fx.open(path);
     fx.engine.btnConvert();
     QVERIFY(fx.window().isVisible());
+    // Nothing runs yet, so there is nothing to cancel.
+    QVERIFY(fx.window().findChild<QPushButton*>("btnCancel")->isHidden());
     target == "7z" ? fx.conversion().drop7z() : fx.conversion().dropZip();
     fx.conversion().btnConvert();
 
