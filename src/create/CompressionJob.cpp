@@ -15,6 +15,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSaveFile>
 #include <QStringConverter>
 #include <QThread>
@@ -246,12 +247,20 @@ QStringList CompressionJob::excluding(const QString& pattern) const {
 }
 
 void CompressionJob::rarRows(const QString& passwordSwitch, bool perItemFolders) {
+  const QString extension = JobSettings::extensionFor(JobSettings::kRar);
+  const QString base = archiveName_.chopped(extension.size());
+  // Protected rar archives go beside each item, so the name is made free in
+  // every folder they go to, once.
+  QHash<QString, QString> nameInFolder;
   eachRow([&](const QString& item) {
-    // Protected rar archives go beside each item, in the item's own folder.
-    if (perItemFolders)
+    if (perItemFolders) {
       folder_ = PathText::deletingLastPathComponent(item);
-    else if (request_.everyItem)
-      archiveName_ = itemArchiveName(item, QStringLiteral(".rar"));
+      if (!nameInFolder.contains(folder_))
+        nameInFolder.insert(folder_, freeBase(base, inFolder(base)) + extension);
+      archiveName_ = nameInFolder.value(folder_);
+    } else if (request_.everyItem) {
+      archiveName_ = itemArchiveName(item, extension);
+    }
     QStringList arguments = {QStringLiteral("a")};
     if (!passwordSwitch.isEmpty())
       arguments << passwordSwitch;
@@ -329,12 +338,13 @@ void CompressionJob::rarSplitStep() {
   settings_.splitVolumesSize = QStringLiteral("-v") + request_.splitSizeText + u'k';
   ui_.setProgressIndeterminate();
   ui_.setStatus(QStringLiteral("Splitting archive..."));
+  const QStringList before = namedAfterArchive();
   if (runTool(ToolLocations::rarCompressor(),
               {QStringLiteral("a"), fileArgument(archiveName_ + QStringLiteral(".split")),
                fileArgument(archiveName_), QStringLiteral("-ep1"), QStringLiteral("-m0"),
                settings_.splitVolumesSize})) {
     QFile::remove(inFolder(archiveName_));
-    replaceMade(archiveName_, volumesOf(archiveName_ + QStringLiteral(".split")));
+    replaceMade(archiveName_, newVolumes(before));
   }
 }
 
@@ -355,16 +365,28 @@ void CompressionJob::sfxStep() {
   const QString application =
       PathText::deletingPathExtension(archiveName_) + QStringLiteral(".app");
   const QString bundle = inFolder(application);
-  if (!TreeCopy::copy(request_.stubBundle, bundle))
+  const QString failure =
+      QStringLiteral("The self-extracting archive %1 could not be made").arg(bundle);
+  const bool taken = QFileInfo::exists(bundle);
+  if (!TreeCopy::copy(request_.stubBundle, bundle)) {
+    // Only a partial copy of this run's own is removed.
+    if (!taken)
+      QDir(bundle).removeRecursively();
+    failStep(failure);
     return;
+  }
   const QString resources = PathText::deletingLastPathComponent(request_.itemToCompress) + u'/' +
                             application + QStringLiteral("/Contents/Resources");
   const QString slot = resources + QStringLiteral("/archive");
   // Only the slot of the bundle just made may be emptied.
   if (QFileInfo(slot).absoluteFilePath().startsWith(QFileInfo(bundle).absoluteFilePath() + u'/'))
     QFile::remove(slot);
-  if (QFile::rename(inFolder(archiveName_), slot))
-    replaceMade(archiveName_, {bundle});
+  if (!QFile::rename(inFolder(archiveName_), slot)) {
+    QDir(bundle).removeRecursively();
+    failStep(failure);
+    return;
+  }
+  replaceMade(archiveName_, {bundle});
   writeText(resources + QStringLiteral("/notes.txt"), request_.notes, QStringConverter::Utf16);
 }
 
@@ -373,13 +395,14 @@ void CompressionJob::splitStep() {
     return;
   ui_.setProgressIndeterminate();
   ui_.setStatus(QStringLiteral("Splitting archive..."));
+  const QStringList before = namedAfterArchive();
   if (runTool(ToolLocations::sevenZip(),
               LiteralNames::forSevenZip({QStringLiteral("a"), settings_.compressionMethod},
                                         {fileArgument(archiveName_ + QStringLiteral(".part")),
                                          fileArgument(archiveName_)},
                                         {QStringLiteral("-ssc"), settings_.splitVolumesSize}))) {
     QFile::remove(inFolder(archiveName_));
-    replaceMade(archiveName_, volumesOf(archiveName_ + QStringLiteral(".part")));
+    replaceMade(archiveName_, newVolumes(before));
   }
 }
 
@@ -445,23 +468,36 @@ void CompressionJob::noteMade(const QString& name) {
 
 void CompressionJob::replaceMade(const QString& made, const QStringList& paths) {
   const qsizetype at = made_.paths.indexOf(inFolder(made));
-  if (at < 0 || paths.isEmpty())
+  if (at < 0)
     return;
+  const bool onlyArchive = made_.paths.size() == 1;
   made_.paths.remove(at);
   for (qsizetype i = 0; i < paths.size(); ++i)
     made_.paths.insert(at + i, paths[i]);
-  made_.volumes = made_.volumes || paths.size() > 1;
+  made_.volumes = made_.volumes || (onlyArchive && paths.size() > 1);
 }
 
-// Matched by hand, since the stem may hold wildcard characters.
-QStringList CompressionJob::volumesOf(const QString& stem) const {
-  const QString name = PathText::lastPathComponent(stem);
-  const QDir folder(PathText::deletingLastPathComponent(inFolder(stem)));
-  QStringList volumes;
-  for (const QString& entry : folder.entryList(QDir::Files | QDir::Hidden, QDir::Name))
-    if (entry.startsWith(name))
-      volumes << folder.absoluteFilePath(entry);
+// Matched by hand, since the archive's name may hold wildcard characters.
+QStringList CompressionJob::namedAfterArchive() const {
+  const QString prefix = PathText::lastPathComponent(archiveName_) + u'.';
+  const QDir folder(PathText::deletingLastPathComponent(inFolder(archiveName_)));
+  QStringList paths;
+  for (const QString& entry : folder.entryList(QDir::Files | QDir::Hidden, QDir::Name)) {
+    if (entry.startsWith(prefix))
+      paths << folder.absoluteFilePath(entry);
+  }
+  return paths;
+}
+
+QStringList CompressionJob::newVolumes(const QStringList& before) const {
+  QStringList volumes = namedAfterArchive();
+  volumes.removeIf([&before](const QString& path) { return before.contains(path); });
   return volumes;
+}
+
+void CompressionJob::failStep(const QString& message) {
+  toolFailed_ = true;
+  ui_.reportFailure(message, QString());
 }
 
 // Only a job that ran to its end with every tool content says what it made.

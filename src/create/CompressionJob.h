@@ -74,10 +74,15 @@ class CompressionJob {
   bool lhaCanStoreEveryName();
   // The made archive's file: one more the report will name.
   void noteMade(const QString& name);
-  // A step turned the archive named made into these files.
+  // A step turned the archive named made into these files; none drops it.
   void replaceMade(const QString& made, const QStringList& paths);
-  // The volumes a split step wrote: the files whose names start with stem.
-  QStringList volumesOf(const QString& stem) const;
+  // The files beside the archive whose names are its name, a dot and more.
+  QStringList namedAfterArchive() const;
+  // The volumes a split step wrote: what is named after the archive now
+  // and was not before.
+  QStringList newVolumes(const QStringList& before) const;
+  // A step of Quillet's own failed: one status-bar line, nothing created.
+  void failStep(const QString& message);
   void reportCreated();
 
   // Runs a tool in the job's folder; false when it failed, so that nothing

@@ -717,6 +717,8 @@ class CompressionJobTest : public QObject {
     job.split = true;
     job.splitSizeText = "100";
     job.settings.splitVolumesSizeType = "k";
+    // Named after the archive but there before: not one of its volumes.
+    TestArchives::writeFile(output.filePath(archive + ".partial"), "keep");
     ProcessToolRunner runner;
     RecordingJobUi ui;
     CompressionJob compression(job, runner, ui, [] { return false; });
@@ -725,7 +727,7 @@ class CompressionJobTest : public QObject {
     QVERIFY(!QFile::exists(output.filePath(archive)));
     QVERIFY(QFile::exists(output.filePath(archive + ".part.001")));
     QVERIFY(QFile::exists(output.filePath(archive + ".part.002")));
-    const qsizetype volumes = QDir(output.path()).entryList(QDir::Files).size();
+    const qsizetype volumes = QDir(output.path()).entryList(QDir::Files).size() - 1;
     QCOMPARE(ui.created, QStringList{QString("Archive created: %1 in %2 volumes")
                                          .arg(output.filePath(archive + ".part.001"))
                                          .arg(volumes)});
@@ -881,6 +883,42 @@ class CompressionJobTest : public QObject {
     QVERIFY(stub.waitForFinished(60000));
     QCOMPARE(stub.exitCode(), 0);
     QCOMPARE(treeUnder(output.filePath("tree")), treeUnder(sources_.filePath("tree")));
+  }
+
+  void aStubThatCannotBeCopiedMakesNoBundle() {
+    QTemporaryDir output;
+    CompressionRequest job = request("-t7z", output.filePath("gift"));
+    job.selfExtracting = true;
+    job.stubBundle = output.filePath("no such stub.app");
+    ProcessToolRunner runner;
+    RecordingJobUi ui;
+    runJob(job, ui, runner);
+    QCOMPARE(ui.failures.size(), 1);
+    QVERIFY(ui.created.isEmpty());
+    QVERIFY(!QFileInfo::exists(output.filePath("gift.app")));
+    QVERIFY(QFile::exists(output.filePath("gift.7z")));
+  }
+
+  // Protected rar archives go beside each item: a name taken in one of
+  // those folders gets its suffix there, and nothing is added to.
+  void protectedRarNamesAreFreeInEveryItemsFolder() {
+    QTemporaryDir first;
+    QTemporaryDir second;
+    TestArchives::writeFile(first.filePath("a.txt"), "a");
+    TestArchives::writeFile(second.filePath("b.txt"), "b");
+    TestArchives::writeFile(second.filePath("out.rar"), "someone else's");
+    CompressionRequest job = request("rar", first.filePath("out"));
+    job.items = {first.filePath("a.txt"), second.filePath("b.txt")};
+    job.passwordProtected = true;
+    job.password = job.passwordConfirmation = "abc";
+    FakeToolRunner runner;
+    RecordingJobUi ui;
+    runJob(job, ui, runner);
+    QCOMPARE(runner.runs.size(), 2);
+    QCOMPARE(runner.runs[0].arguments.value(2), QString("out.rar"));
+    const QString name = runner.runs[1].arguments.value(2);
+    QVERIFY2(QRegularExpression("^out_[a-zA-Z0-9]{4}\\.rar$").match(name).hasMatch(),
+             qPrintable(name));
   }
 
   void theJobKeepsItsFolderWhileQuilletMoves() {
