@@ -29,6 +29,7 @@
 #include <QTest>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -45,7 +46,8 @@ struct Tour {
 
 constexpr int kShoots = 200;
 constexpr int kFilesPerShoot = 99;  // with the folders, 20,000 rows
-constexpr int kSettleMs = 400;
+constexpr int kWaitMs = 30000;
+constexpr int kPaintMs = 400;
 
 // A photo library as people keep them: folders of pictures with a few
 // notes and documents, sizes and dates spread out.
@@ -62,11 +64,10 @@ QString makeLibrary(const QString& work) {
       const QString name = kind.isEmpty()
                                ? QStringLiteral("NOTES-%1").arg(file)
                                : QStringLiteral("IMG_%1%2").arg(file, 4, 10, QChar(u'0')).arg(kind);
+      // Sparse files: the sizes without the disk space.
       QFile out(folder + u'/' + name);
       out.open(QIODevice::WriteOnly);
-      out.write(QByteArray(static_cast<qsizetype>(random.bounded(120000)), 'x'));
-      // Written out first, or closing the file would stamp it again.
-      out.flush();
+      out.resize(random.bounded(120000));
       out.setFileTime(start.addSecs(random.bounded(365 * 24 * 3600)),
                       QFileDevice::FileModificationTime);
     }
@@ -88,8 +89,18 @@ QString makeDamaged(const QString& work) {
   return archive;
 }
 
+// Waits for what the picture must show, then lets the window paint it.
+template <typename Condition>
+void settle(Condition shown) {
+  if (!QTest::qWaitFor(shown, kWaitMs)) {
+    std::fprintf(stderr, "screenshot_tour: the window did not reach its state\n");
+    std::exit(1);
+  }
+  QTest::qWait(kPaintMs);
+}
+
 void settle() {
-  QTest::qWait(kSettleMs);
+  settle([] { return true; });
 }
 
 // The screen where the windows are, frames included.
@@ -144,6 +155,9 @@ int main(int argc, char** argv) {
   QMainWindow* window = ui.mainWindow;
   showAt(window, {800, 500});
   fx.open(library);
+  settle([&ui] {
+    return ui.oppenedArchiveArrayController->rowCount() == kShoots * (kFilesPerShoot + 1);
+  });
   sortAndFilter(ui, EntriesModel::Name, 1, QStringLiteral("shoot-19"));
   save({window}, out + QStringLiteral("/main-800x500.png"));
 
@@ -155,8 +169,8 @@ int main(int argc, char** argv) {
   QTableView* table = ui.openedArchiveTableView;
   const QPoint row = table->visualRect(table->model()->index(3, 0)).center();
   emit table->customContextMenuRequested(row);
-  settle();
   auto* menu = window->findChild<QMenu*>(QStringLiteral("entriesContextMenu"));
+  settle([menu] { return menu->isVisible(); });
   save({window, menu}, out + QStringLiteral("/context-menu.png"));
   menu->close();
 
@@ -164,11 +178,14 @@ int main(int argc, char** argv) {
   QTemporaryDir target;
   fx.dialogs.openAnswers << QStringList{target.path()};
   fx.engine.extraction()->btnExtractAction();
-  settle();
+  settle([&ui] { return ui.operationStatus->failed(); });
   save({window}, out + QStringLiteral("/failed-extraction.png"));
   ui.operationStatus->detailsButton()->click();
-  settle();
-  auto* details = window->findChild<QDialog*>(QStringLiteral("operationDetails"));
+  QDialog* details = nullptr;
+  settle([&] {
+    details = window->findChild<QDialog*>(QStringLiteral("operationDetails"));
+    return details && details->isVisible();
+  });
   details->move(window->frameGeometry().center() - details->rect().center());
   settle();
   save({window, details}, out + QStringLiteral("/failed-extraction-details.png"));
