@@ -9,7 +9,6 @@ namespace FloatingWindow {
 namespace {
 
 constexpr int kFadeMs = 250;
-constexpr qreal kCornerRadius = 10.0;
 
 }  // namespace
 
@@ -39,11 +38,9 @@ QAbstractAnimation* fadeTo(QWidget* window, double opacity) {
 
 void paintPanel(QWidget* panel) {
   QPainter painter(panel);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(panel->palette().color(QPalette::Mid), 1.0));
+  painter.setPen(panel->palette().color(QPalette::Mid));
   painter.setBrush(panel->palette().color(QPalette::Window));
-  painter.drawRoundedRect(QRectF(panel->rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
-                          kCornerRadius);
+  painter.drawRect(panel->rect().adjusted(0, 0, -1, -1));
 }
 
 }  // namespace FloatingWindow

@@ -44,7 +44,6 @@ archivePreviewWindowClass::archivePreviewWindowClass(QWidget* parent)
       extract_(button("btnExtract", "archive-extract", "action-extract", tr("E&xtract…"))),
       quit_(new QPushButton(tr("&Close"))) {
   setObjectName(QStringLiteral("miniArchiveWindow"));
-  setAttribute(Qt::WA_TranslucentBackground);
   setWindowOpacity(kOpacity);
   resize(kInitialSize);
   setMinimumSize(kSmallestSize);

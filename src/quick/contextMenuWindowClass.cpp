@@ -31,7 +31,6 @@ contextMenuWindowClass::contextMenuWindowClass(QWidget* parent)
           tr("&Browse…"))) {
   setObjectName(QStringLiteral("contextWindow"));
   setWindowTitle(tr("Quick Extract"));
-  setAttribute(Qt::WA_TranslucentBackground);
   setWindowOpacity(kOpacity);
 
   extract_->setObjectName(QStringLiteral("btnDecompress"));
