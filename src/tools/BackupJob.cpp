@@ -69,13 +69,21 @@ void BackupJob::threadProcedure() {
     run.childDirectory = request_.backupFolder;
     const ToolResult result = process_.run(run);
     if (!result.succeeded() && !processTerminated_)
-      emit partFailed(part, result.started ? result.lastErrorLine()
-                                           : QStringLiteral("7za could not be started"));
+      emit partFailed(part, failureOf(result, BackupParts::folder(part)));
     emit partDone(part);
   }
   sizeTimer.stop();
   if (!request_.parts.isEmpty() && !processTerminated_)
     package(archive);
+}
+
+// 7za names a missing folder without saying what is wrong with it.
+QString BackupJob::failureOf(const ToolResult& result, const QString& folder) {
+  if (!result.started)
+    return tr("7za could not be started");
+  if (!QFileInfo::exists(folder))
+    return tr("%1 does not exist").arg(folder);
+  return result.lastErrorLine();
 }
 
 void BackupJob::removeEarlierBackup(const QString& archive) const {

@@ -45,6 +45,7 @@ class BackupJob : public QObject {
   void partFailed(BackupPart part, const QString& message);
 
  private:
+  static QString failureOf(const ToolResult& result, const QString& folder);
   void removeEarlierBackup(const QString& archive) const;
   void package(const QString& archive);
   void getFileSizes();

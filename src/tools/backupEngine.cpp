@@ -1,5 +1,6 @@
 #include "tools/backupEngine.h"
 
+#include "engine/OperationStatus.h"
 #include "engine/ToolLocations.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
@@ -159,7 +160,12 @@ void backupEngine::startThread(const QString& folder) {
   connect(job, &BackupJob::partStarted, this, &backupEngine::partStarted);
   connect(job, &BackupJob::partDone, this, &backupEngine::partDone);
   connect(job, &BackupJob::archiveSizeChanged, ui_.totalFileSizeStat, &QLabel::setText);
+  madeBackup_.clear();
+  partFailed_ = false;
+  connect(job, &BackupJob::packaged, this,
+          [this](const QString& application) { madeBackup_ = application; });
   connect(job, &BackupJob::partFailed, this, [this](BackupPart part, const QString& message) {
+    partFailed_ = true;
     showStatus(tr("Backup of %1: %2").arg(BackupParts::title(part), message));
   });
   thread_ = QThread::create(&BackupJob::threadProcedure, job);
@@ -177,6 +183,9 @@ void backupEngine::threadFinished() {
     ui_.totalBackupFolderSize->setText(getDirSize(folder));
   hideStatusWindow();
   ui_.btnBackupNow->setEnabled(true);
+  // A part that failed is the news that stays.
+  if (!partFailed_ && !madeBackup_.isEmpty())
+    showStatus(tr("Backup made: %1").arg(OperationStatus::placeText(madeBackup_)));
   emit backupFinished();
 }
 

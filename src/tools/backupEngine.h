@@ -72,4 +72,7 @@ class backupEngine : public QObject {
   ProcessToolRunner process;
   std::atomic<bool> processTerminated = false;
   QThread* thread_ = nullptr;
+  // What the running backup made, and whether a part of it failed.
+  QString madeBackup_;
+  bool partFailed_ = false;
 };

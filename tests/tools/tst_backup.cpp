@@ -1,11 +1,13 @@
 #include "FakeDesktop.h"
 #include "FakeDialogs.h"
+#include "engine/OperationStatus.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ProcessToolRunner.h"
 #include "support/Screenshot.h"
 #include "support/TestArchives.h"
 #include "tools/BackupNames.h"
+#include "tools/BackupParts.h"
 #include "tools/BackupSizeText.h"
 #include "tools/backupEngine.h"
 
@@ -14,10 +16,12 @@
 #include <QDir>
 #include <QFrame>
 #include <QLabel>
+#include <QMainWindow>
 #include <QProcess>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -246,6 +250,26 @@ class BackupTest : public QObject {
     QVERIFY(!listing.contains("Path = Documents"));
     QVERIFY(engine_->ui().chkDocsIndicator->isChecked());
     QVERIFY(!engine_->ui().chkMailIndicator->isChecked());
+  }
+
+  // The status bar names the backup made, or the part that failed.
+  void statusBarSaysHowItWent_data() {
+    QTest::addColumn<bool>("withMail");
+    QTest::newRow("every part") << true;
+    QTest::newRow("no mail store") << false;
+  }
+  void statusBarSaysHowItWent() {
+    QFETCH(bool, withMail);
+    if (!withMail)
+      QDir(home_->path() + "/.thunderbird").removeRecursively();
+    QMainWindow window;
+    engine_ = std::make_unique<backupEngine>(runner_, dialogs_, desktop_, page_.get(), &window);
+    engine_->setRestoreBundle(restoreBundle());
+    runBackup();
+    const QString mail = BackupParts::folder(BackupPart::Mail);
+    QCOMPARE(window.statusBar()->currentMessage(),
+             withMail ? "Backup made: " + OperationStatus::placeText(todays("app"))
+                      : "Backup of Mail: " + mail + " does not exist");
   }
 
   void folderAlerts() {
