@@ -1,5 +1,6 @@
 #include "tools/DMGUtility.h"
 
+#include "engine/OperationStatus.h"
 #include "engine/ToolLocations.h"
 #include "platform/Dialogs.h"
 #include "platform/ObjectNames.h"
@@ -171,6 +172,9 @@ void DMGUtility::buildPage(QWidget* page) {
   progress->addWidget(cancelDMGBtn);
   progress->addWidget(createDMGBtnOutlet);
   layout->addLayout(progress);
+  // Enter in any field makes the image, as a form's default button would.
+  for (QLineEdit* field : page->findChildren<QLineEdit*>())
+    connect(field, &QLineEdit::returnPressed, createDMGBtnOutlet, &QPushButton::animateClick);
 }
 
 QString DMGUtility::chooseFolder(const QString& title) {
@@ -287,10 +291,13 @@ void DMGUtility::createDMGBtn() {
     // this run's half-made one, left behind when the tool had to be killed.
     QFile::remove(image);
     showStatus(tr("The disk image was stopped; no image was made."));
-  } else if (!result.succeeded())
+  } else if (!result.succeeded()) {
     showStatus(
         tr("The disk image was not made: %1")
             .arg(result.started ? result.lastErrorLine() : tr("hdiutil could not be started")));
+  } else {
+    showStatus(tr("Disk image made: %1").arg(OperationStatus::placeText(image)));
+  }
   emit creationFinished();
 }
 

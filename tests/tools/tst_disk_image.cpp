@@ -14,6 +14,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRandomGenerator>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -177,15 +178,30 @@ class DiskImageTest : public QObject {
     run("gpgconf", {"--homedir", out.path(), "--kill", "gpg-agent"});
   }
 
-  void tooSmallImageSaysWhy() {
+  // Enter in a field makes the image; the status bar says how it went.
+  void statusBarSaysHowItWent_data() {
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("fits") << "0"
+                          << "Disk image made: %1";
+    QTest::newRow("too small") << "100"
+                               << "The disk image was not made: ";
+  }
+  void statusBarSaysHowItWent() {
+    QFETCH(QString, size);
+    QFETCH(QString, status);
     QMainWindow window;
     utility_.reset();
     page_ = std::make_unique<QWidget>();
     utility_ = std::make_unique<DMGUtility>(dialogs_, page_.get(), &window);
-    fill("tiny", "100", 0);
-    utility_->createDMGBtn();
-    QVERIFY(!QFileInfo::exists(images() + "/tiny.dmg"));
-    QVERIFY(window.statusBar()->currentMessage().startsWith("The disk image was not made"));
+    fill("made " + size, size, 0);
+    QSignalSpy finished(utility_.get(), &DMGUtility::creationFinished);
+    QTest::keyClick(utility_->imageName, Qt::Key_Return);
+    QVERIFY(finished.wait(60000));
+    const QString image = images() + "/made " + size + ".dmg";
+    QCOMPARE(QFileInfo::exists(image), size == "0");
+    QVERIFY2(window.statusBar()->currentMessage().startsWith(status.arg(image)),
+             qPrintable(window.statusBar()->currentMessage()));
   }
 
   void cancelLeavesNoImage() {
