@@ -54,13 +54,20 @@ Extraction::Extraction(const EngineContext& context, QObject* parent)
   connect(ui.chkPlaySoundWhenDone, &QCheckBox::clicked, this, &Extraction::checkPlaySoundWhenDone);
 }
 
+// The panel opens where the archive lies: most extract beside it.
+Dialogs::OpenPanel Extraction::destinationPanel(const QString& title) const {
+  Dialogs::OpenPanel panel = Dialogs::OpenPanel::folder(title);
+  panel.startFolder = PathText::deletingLastPathComponent(context_.opener.archive().filepath);
+  return panel;
+}
+
 void Extraction::btnExtractAction() {
   if (!context_.opener.archive().isOpen())
     return;
   context_.ui.tabContainer->setCurrentIndex(0);
   const QStringList chosen = context_.dialogs.chooseToOpen(
       context_.ui.mainWindow,
-      Dialogs::OpenPanel::folder(QStringLiteral("Select destination for extraction")));
+      destinationPanel(QStringLiteral("Select destination for extraction")));
   openDialogForExtraction(chosen, chosen.isEmpty() ? 0 : kPanelOk);
 }
 
@@ -130,9 +137,8 @@ void Extraction::btnExtractSelected() {
   context_.ui.tabContainer->setCurrentIndex(0);
   const QString destination =
       context_.dialogs
-          .chooseToOpen(
-              context_.ui.mainWindow,
-              Dialogs::OpenPanel::folder(QStringLiteral("Select directory to extract to")))
+          .chooseToOpen(context_.ui.mainWindow,
+                        destinationPanel(QStringLiteral("Select directory to extract to")))
           .value(0);
   if (destination.isEmpty())
     return;

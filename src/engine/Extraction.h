@@ -3,6 +3,7 @@
 #include "engine/EngineContext.h"
 #include "engine/ExtractionGuard.h"
 #include "engine/LongRun.h"
+#include "platform/Dialogs.h"
 
 #include <QObject>
 #include <QStringList>
@@ -35,6 +36,7 @@ class Extraction : public QObject {
   void checkPlaySoundWhenDone();
 
  private:
+  Dialogs::OpenPanel destinationPanel(const QString& title) const;
   void showDialog();
   void hideDialog();
   // Whether an entry collides with an existing file; nothing, after telling

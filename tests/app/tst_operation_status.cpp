@@ -57,6 +57,8 @@ class OperationStatusTest : public QObject {
     QTemporaryDir target;
     fx.dialogs.openAnswers << QStringList{target.path()};
     fx.engine.extraction()->btnExtractAction();
+    // The panel opens where the archive lies.
+    QCOMPARE(fx.dialogs.openPanels.value(0).startFolder, work_.path());
     const int files = TestArchives::treeUnder(target.path()).size();
     QCOMPARE(ui.operationStatus->text(),
              QString("%1 files extracted to %2").arg(files).arg(target.path()));
