@@ -28,6 +28,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTextDocument>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -196,8 +197,12 @@ QWidget* buildArchiveTab(MainWindowUi& ui) {
   splitter->setStretchFactor(0, 4);
   splitter->setStretchFactor(1, 1);
   splitter->setChildrenCollapsible(false);
-  // The listing gets the room; the messages start at a few lines.
-  ui.fileContentView->setMinimumHeight(ui.fileContentView->fontMetrics().lineSpacing() * 3);
+  // The listing gets the room; the messages start with room for the
+  // three lines of the longest report, the last one empty.
+  QPlainTextEdit* messages = ui.fileContentView;
+  const int margins =
+      static_cast<int>(2 * (messages->frameWidth() + messages->document()->documentMargin()));
+  messages->setMinimumHeight(messages->fontMetrics().lineSpacing() * 7 / 2 + margins);
   splitter->setSizes({4000, 1});
   layout->addWidget(splitter, 1);
   return page;
