@@ -143,6 +143,18 @@ QLineEdit* buildEntriesFilter(MainWindowUi& ui) {
                      field->selectAll();
                    });
   ui.mainWindow->addAction(find);
+  // Enter goes on to the rows found; Escape gives up the search.
+  QObject::connect(ui.entriesFilter, &QLineEdit::returnPressed, ui.openedArchiveTableView,
+                   [table = ui.openedArchiveTableView] { table->setFocus(Qt::OtherFocusReason); });
+  auto* giveUp = new QAction(ui.entriesFilter);
+  giveUp->setShortcut(Qt::Key_Escape);
+  giveUp->setShortcutContext(Qt::WidgetShortcut);
+  QObject::connect(giveUp, &QAction::triggered, ui.entriesFilter,
+                   [field = ui.entriesFilter, table = ui.openedArchiveTableView] {
+                     field->clear();
+                     table->setFocus(Qt::OtherFocusReason);
+                   });
+  ui.entriesFilter->addAction(giveUp);
   return ui.entriesFilter;
 }
 

@@ -98,6 +98,14 @@ class EntriesTableTest : public QObject {
     fx.engine.extraction()->btnExtractSelected();
     QCOMPARE(QDir(target.path()).entryList(QDir::Files), QStringList{"b9.txt"});
 
+    QTest::keyClick(ui.entriesFilter, Qt::Key_Return);
+    QVERIFY(ui.openedArchiveTableView->hasFocus());
+    QTest::keyClick(ui.mainWindow, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClick(ui.entriesFilter, Qt::Key_Escape);
+    QVERIFY(ui.entriesFilter->text().isEmpty());
+    QVERIFY(ui.openedArchiveTableView->hasFocus());
+
+    QTest::keyClicks(ui.entriesFilter, "B");
     fx.open(archive_);
     QVERIFY(ui.entriesFilter->text().isEmpty());
     QCOMPARE(shownNames(ui).size(), 4);
