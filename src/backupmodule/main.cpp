@@ -2,7 +2,7 @@
 // backed-up folders back into the home folder.
 
 #include "backupmodule/Restore.h"
-#include "platform/StandaloneApplication.h"
+#include "bundled/BundledProgram.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -14,7 +14,6 @@
 #include <QProcess>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QStringDecoder>
 #include <QTextStream>
 
 #include <unistd.h>
@@ -32,24 +31,16 @@ struct BackupBundle {
   QString resources() const { return root + QStringLiteral("/Contents/Resources"); }
 };
 
-// The program sits at <bundle>/Contents/MacOS/backupmodule.
 std::optional<BackupBundle> bundleOfThisProgram() {
-  QDir folder(QCoreApplication::applicationDirPath());
-  if (folder.dirName() != u"MacOS" || !folder.cdUp() || folder.dirName() != u"Contents" ||
-      !folder.cdUp())
-    return std::nullopt;
-  return BackupBundle{folder.absolutePath()};
+  const std::optional<QString> root = BundledProgram::bundleRoot();
+  return root ? std::optional(BackupBundle{*root}) : std::nullopt;
 }
 
-// The "archive" file names the archive beside it, in UTF-16 with a byte
-// order mark (unmarked: this machine's order). Only a plain name counts.
+// The "archive" file names the archive beside it. Only a plain name counts.
 std::optional<QString> archiveOf(const BackupBundle& bundle) {
-  QFile file(bundle.resources() + QStringLiteral("/archive"));
-  if (!file.open(QIODevice::ReadOnly))
-    return std::nullopt;
-  const QByteArray data = file.readAll();
-  QStringDecoder decoder(QStringConverter::encodingForData(data).value_or(QStringConverter::Utf16));
-  const QString name = QString(decoder.decode(data)).trimmed();
+  const QString name = BundledProgram::readText(bundle.resources() + QStringLiteral("/archive"))
+                           .value_or(QString())
+                           .trimmed();
   if (name.isEmpty() || name.contains(u'/') || name == u"." || name == u"..")
     return std::nullopt;
   const QString path = bundle.resources() + u'/' + name;
@@ -150,9 +141,9 @@ int runWithWindows(const BackupBundle& bundle, const QString& archive, const QSt
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  const bool withWindows = StandaloneApplication::displayAvailable();
+  const bool withWindows = BundledProgram::displayAvailable();
   const std::unique_ptr<QCoreApplication> application =
-      StandaloneApplication::make(argc, argv, withWindows);
+      BundledProgram::make(argc, argv, withWindows);
 
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral(

@@ -2,6 +2,7 @@
 
 #include "create/CollisionRule.h"
 #include "create/JobUi.h"
+#include "create/TextFile.h"
 #include "create/TreeCopy.h"
 #include "engine/ArchiveCommands.h"
 #include "engine/LiteralNames.h"
@@ -16,8 +17,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QSaveFile>
-#include <QStringConverter>
 #include <QThread>
 
 #include <cstdlib>
@@ -28,17 +27,6 @@ constexpr int kBlinks = 4;
 constexpr int kBlinkPauseMs = 50;
 
 using LiteralNames::fileArgument;
-
-bool writeText(const QString& path, const QString& text, QStringConverter::Encoding encoding) {
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly))
-    return false;
-  QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
-  if (encoding == QStringConverter::Utf8)
-    encoder = QStringEncoder(encoding);
-  file.write(encoder.encode(text));
-  return file.commit();
-}
 
 // jlha stores names in Latin-1 only; anything else turns into "?".
 bool isLatin1(const QString& name) {
@@ -352,7 +340,7 @@ void CompressionJob::rarNoteStep() {
   if (request_.notes.isEmpty() || programMissing_)
     return;
   const QString note = request_.homeFolder + QStringLiteral("/note.tmp");
-  if (!writeText(note, request_.notes, QStringConverter::Utf8))
+  if (!TextFile::write(note, request_.notes, QStringConverter::Utf8))
     return;
   runTool(ToolLocations::rarCompressor(),
           {QStringLiteral("c"), fileArgument(archiveName_), QStringLiteral("-z") + note});
@@ -387,7 +375,8 @@ void CompressionJob::sfxStep() {
     return;
   }
   replaceMade(archiveName_, {bundle});
-  writeText(resources + QStringLiteral("/notes.txt"), request_.notes, QStringConverter::Utf16);
+  TextFile::write(resources + QStringLiteral("/notes.txt"), request_.notes,
+                  QStringConverter::Utf16);
 }
 
 void CompressionJob::splitStep() {

@@ -1,7 +1,7 @@
 // The self-extracting stub: run from inside its bundle, it extracts the bundled
 // archive into the folder that holds the bundle.
 
-#include "platform/StandaloneApplication.h"
+#include "bundled/BundledProgram.h"
 #include "sfx/Extraction.h"
 
 #include <QApplication>
@@ -15,7 +15,6 @@
 #include <QProcess>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QStringDecoder>
 #include <QTextStream>
 
 #include <memory>
@@ -32,24 +31,9 @@ struct StubBundle {
   QString notesFile() const { return root + "/Contents/Resources/notes.txt"; }
 };
 
-// The program sits at <bundle>/Contents/MacOS/sfxmodule.
 std::optional<StubBundle> bundleOfThisProgram() {
-  QDir folder(QCoreApplication::applicationDirPath());
-  if (folder.dirName() != "MacOS" || !folder.cdUp() || folder.dirName() != "Contents" ||
-      !folder.cdUp())
-    return std::nullopt;
-  return StubBundle{folder.absolutePath()};
-}
-
-// Quillet writes the notes as UTF-16 with a byte order mark; an unmarked file
-// is taken as UTF-16 in this machine's byte order.
-QString readNotes(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-    return {};
-  const QByteArray data = file.readAll();
-  QStringDecoder decoder(QStringConverter::encodingForData(data).value_or(QStringConverter::Utf16));
-  return decoder.decode(data);
+  const std::optional<QString> root = BundledProgram::bundleRoot();
+  return root ? std::optional(StubBundle{*root}) : std::nullopt;
 }
 
 const QString kMissingTool = "7z was not found; install the Debian package p7zip-full";
@@ -57,7 +41,7 @@ const QString kMissingTool = "7z was not found; install the Debian package p7zip
 int runAsText(const StubBundle& bundle, const QString& password) {
   QTextStream out(stdout);
   QTextStream errors(stderr);
-  const QString notes = readNotes(bundle.notesFile());
+  const QString notes = BundledProgram::readText(bundle.notesFile()).value_or(QString());
   if (!notes.trimmed().isEmpty())
     out << notes.trimmed() << "\n\n";
   out << "Extracting the files of " << bundle.name() << " into " << bundle.destination()
@@ -115,7 +99,7 @@ void waitShowingProgress(QProcess& tool, const QString& title) {
 
 int runWithWindows(const StubBundle& bundle, QString password) {
   const QString title = bundle.name();
-  const QString notes = readNotes(bundle.notesFile());
+  const QString notes = BundledProgram::readText(bundle.notesFile()).value_or(QString());
   if (!notes.trimmed().isEmpty())
     showMessage(QMessageBox::Information, title, notes.trimmed());
   if (!confirmExtraction(bundle))
@@ -155,9 +139,9 @@ int runWithWindows(const StubBundle& bundle, QString password) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  const bool withWindows = StandaloneApplication::displayAvailable();
+  const bool withWindows = BundledProgram::displayAvailable();
   const std::unique_ptr<QCoreApplication> application =
-      StandaloneApplication::make(argc, argv, withWindows);
+      BundledProgram::make(argc, argv, withWindows);
 
   QCommandLineParser parser;
   parser.setApplicationDescription(

@@ -1,5 +1,6 @@
 #include "tools/BackupJob.h"
 
+#include "create/TextFile.h"
 #include "create/TreeCopy.h"
 #include "tools/BackupNames.h"
 #include "tools/BackupSizeText.h"
@@ -8,8 +9,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <QStringEncoder>
 #include <QTimer>
 
 namespace {
@@ -22,17 +21,6 @@ void removeAnything(const QString& path) {
     QDir(path).removeRecursively();
   else if (entry.exists() || entry.isSymLink())
     QFile::remove(path);
-}
-
-// UTF-16 in this machine's byte order with a byte order mark, so that any
-// reader can tell the order.
-bool writeUtf16(const QString& path, const QString& text) {
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly))
-    return false;
-  QStringEncoder encoder(QStringConverter::Utf16, QStringConverter::Flag::WriteBom);
-  file.write(encoder.encode(text));
-  return file.commit();
 }
 
 }  // namespace
@@ -104,7 +92,7 @@ void BackupJob::package(const QString& archive) {
   const QString resources = application + QStringLiteral("/Contents/Resources");
   QDir().mkpath(resources);
   QFile::rename(archivePath, resources + u'/' + archive);
-  writeUtf16(resources + QStringLiteral("/archive"), archive);
+  TextFile::write(resources + QStringLiteral("/archive"), archive, QStringConverter::Utf16);
   emit packaged(application);
 }
 
