@@ -74,9 +74,7 @@ class ArchiveTestTest : public QObject {
     QFETCH(QString, archive);
     QFETCH(QString, program);
     QFETCH(QStringList, arguments);
-    const QString path = work_.filePath(archive);
-    arguments.replaceInStrings("%A", path);
-    TestArchives::runIn(work_.path(), program, arguments);
+    const QString path = TestArchives::makeArchive(work_.path(), archive, program, arguments);
 
     Fixture<ProcessToolRunner> sound;
     sound.engine.openDialog({path}, 1);

@@ -43,13 +43,8 @@ class RealArchivesTest : public QObject {
   QStringList files_;
   QStringList folders_ = {"tree", "tree/dir one", "tree/dir one/sub"};
 
-  QString make(const QString& archive, const QString& program, QStringList arguments) {
-    const QString path = work_.filePath(archive);
-    arguments.replaceInStrings("%A", path);
-    TestArchives::runIn(work_.path(), program, arguments);
-    if (!QFileInfo::exists(path))
-      qFatal("%s was not made", qPrintable(path));
-    return path;
+  QString make(const QString& archive, const QString& program, const QStringList& arguments) {
+    return TestArchives::makeArchive(work_.path(), archive, program, arguments);
   }
 
   ListingWindow open(const QString& path, const QString& password = QString()) {

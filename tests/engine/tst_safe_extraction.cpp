@@ -105,13 +105,9 @@ class SafeExtractionTest : public QObject {
  private:
   QTemporaryDir work_;
 
-  QString make(const QString& archive, const QString& program, QStringList arguments,
+  QString make(const QString& archive, const QString& program, const QStringList& arguments,
                const QString& in = QString()) {
-    const QString path = work_.filePath(archive);
-    QFile::remove(path);
-    arguments.replaceInStrings("%A", path);
-    TestArchives::runIn(in.isEmpty() ? work_.path() : in, program, arguments);
-    return path;
+    return TestArchives::makeArchive(work_.path(), archive, program, arguments, in);
   }
 
  private slots:

@@ -59,6 +59,17 @@ QByteArray runIn(const QString& folder, const QString& program, const QStringLis
   return process.readAllStandardOutput();
 }
 
+QString makeArchive(const QString& folder, const QString& archive, const QString& program,
+                    QStringList arguments, const QString& runFolder) {
+  const QString path = QDir(folder).filePath(archive);
+  QFile::remove(path);
+  arguments.replaceInStrings("%A", path);
+  runIn(runFolder.isEmpty() ? folder : runFolder, program, arguments);
+  if (!QFileInfo::exists(path))
+    qFatal("%s was not made", qPrintable(path));
+  return path;
+}
+
 QString crcOfFile(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly))

@@ -24,6 +24,12 @@ QStringList writeSampleTree(const QString& root, const QString& name);
 // does not exit 0.
 QByteArray runIn(const QString& folder, const QString& program, const QStringList& arguments);
 
+// Makes folder/archive afresh by running program in runFolder (folder when
+// empty), with "%A" in the arguments standing for the archive's path.
+// Returns that path; stops the test run when no archive was made.
+QString makeArchive(const QString& folder, const QString& archive, const QString& program,
+                    QStringList arguments, const QString& runFolder = QString());
+
 // The zlib CRC-32 of a file, as 7-Zip prints it.
 QString crcOfFile(const QString& path);
 

@@ -40,11 +40,8 @@ class ConverterTest : public QObject {
   QTemporaryDir temp_;
   Tree source_;
 
-  QString make(const QString& archive, const QString& program, QStringList arguments) {
-    const QString path = work_.filePath(archive);
-    arguments.replaceInStrings("%A", path);
-    TestArchives::runIn(work_.path(), program, arguments);
-    return path;
+  QString make(const QString& archive, const QString& program, const QStringList& arguments) {
+    return TestArchives::makeArchive(work_.path(), archive, program, arguments);
   }
 
   Tree extracted(const QString& archive) {
