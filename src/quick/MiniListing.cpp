@@ -68,15 +68,10 @@ QList<Row> arjRows(const OutputLines& lines, EntryIcons& icons) {
   const ArjLayout layout = arjLayoutFor(lines);
   const qsizetype end = layout.range.endIn(lines);
   for (qsizetype i = layout.range.firstLine; i < end && i < lines.count(); ++i) {
-    const QByteArrayView line = lines.at(i);
-    const qsizetype threeBlanks = line.indexOf("   ");
-    QByteArrayView name = threeBlanks < 0 ? line : line.first(threeBlanks);
-    if (threeBlanks < 0) {
+    const ArjName name = arjNameOn(lines.at(i), layout);
+    if (name.alone)
       ++i;
-      if (layout.loneNameEndsInBlank && name.endsWith(' '))
-        name.chop(1);
-    }
-    rows << rowNamed(QString::fromUtf8(name), icons);
+    rows << rowNamed(QString::fromUtf8(name.text), icons);
   }
   return rows;
 }

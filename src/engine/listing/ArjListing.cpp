@@ -27,26 +27,29 @@ ArjLayout arjLayoutFor(const OutputLines& lines) {
   return isVersion310OrLater(ToolBanner::arj(lines)) ? arjLayout310() : arjLayoutOriginal();
 }
 
+ArjName arjNameOn(QByteArrayView line, const ArjLayout& layout) {
+  const qsizetype threeSpaces = line.indexOf("   ");
+  if (threeSpaces >= 0)
+    return {line.first(threeSpaces), false};
+  if (layout.loneNameEndsInBlank && line.endsWith(' '))
+    line.chop(1);
+  return {line, true};
+}
+
 ArchiveEntries parseArjListing(const OutputLines& lines, EntryIcons& icons) {
   const ArjLayout layout = arjLayoutFor(lines);
   ArchiveEntries entries;
   const qsizetype end = layout.range.endIn(lines);
   for (qsizetype i = layout.range.firstLine; i < end && i < lines.count(); ++i) {
-    const QByteArrayView nameLine = lines.at(i);
-    const qsizetype threeSpaces = nameLine.indexOf("   ");
-    QByteArrayView name = threeSpaces < 0 ? nameLine : nameLine.first(threeSpaces);
-    if (threeSpaces < 0) {
-      if (++i >= lines.count())
-        break;
-      if (layout.loneNameEndsInBlank && name.endsWith(' '))
-        name.chop(1);
-    }
+    const ArjName name = arjNameOn(lines.at(i), layout);
+    if (name.alone && ++i >= lines.count())
+      break;
     const QByteArrayView valueLine = lines.at(i);
     const auto tokens = tokensOf(valueLine);
     if (tokens.size() < kValueTokens)
       continue;
     ArchiveEntry entry;
-    entry.name = QString::fromUtf8(name);
+    entry.name = QString::fromUtf8(name.text);
     entry.fileIcon = icons.setListViewIcon(entry.name);
     entry.crc32 = kNotShown;
     entry.dateModified = QString::fromUtf8(tokenFromEnd(tokens, 5)) + u' ' +

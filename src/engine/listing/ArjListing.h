@@ -17,4 +17,12 @@ ArjLayout arjLayoutOriginal();
 ArjLayout arjLayout310();
 // The layout of the arj that printed the listing, by its banner.
 ArjLayout arjLayoutFor(const OutputLines& lines);
+// The name on a listing line: up to three blanks, or the whole line when
+// the name stands alone and its values follow on the next line.
+struct ArjName {
+  QByteArrayView text;
+  bool alone = false;
+};
+ArjName arjNameOn(QByteArrayView line, const ArjLayout& layout);
+
 ArchiveEntries parseArjListing(const OutputLines& lines, EntryIcons& icons);
