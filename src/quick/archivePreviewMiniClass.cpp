@@ -168,12 +168,11 @@ void archivePreviewMiniClass::btnRemove() {
   std::sort(selected.begin(), selected.end());
   const int first = selected.first().row();
   QTableView* table = window->openedArchiveTableView();
-  for (const QString& name : names) {
+  for (const QString& name : names)
     deleteFileFromArchiveWithName(name);
-    fillListBoxWithArchiveContent();
-    // The entry after the deleted one has moved up into its row.
-    table->selectRow(std::min(first, window->theArrayController()->rowCount() - 1));
-  }
+  fillListBoxWithArchiveContent();
+  // The entry after the deleted ones has moved up into the first's row.
+  table->selectRow(std::min(first, window->theArrayController()->rowCount() - 1));
 }
 
 void archivePreviewMiniClass::deleteFileFromArchiveWithName(const QString& name) {

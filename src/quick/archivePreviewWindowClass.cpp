@@ -1,5 +1,6 @@
 #include "quick/archivePreviewWindowClass.h"
 
+#include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 #include "quick/FloatingWindow.h"
 
@@ -23,8 +24,7 @@ constexpr QSize kLoaderSize(64, 8);
 
 QPushButton* button(const char* objectName, const QString& themeIcon, const QString& fallback,
                     const QString& text) {
-  auto* made = new QPushButton(ResourceIcons::themed(themeIcon, fallback), text);
-  made->setObjectName(QString::fromLatin1(objectName));
+  auto* made = named(new QPushButton(ResourceIcons::themed(themeIcon, fallback), text), objectName);
   made->setAutoDefault(false);
   return made;
 }
@@ -44,7 +44,6 @@ archivePreviewWindowClass::archivePreviewWindowClass(QWidget* parent)
       extract_(button("btnExtract", "archive-extract", "action-extract", tr("E&xtract…"))),
       quit_(new QPushButton(tr("&Close"))) {
   setObjectName(QStringLiteral("miniArchiveWindow"));
-  setWindowOpacity(kOpacity);
   resize(kInitialSize);
   setMinimumSize(kSmallestSize);
 

@@ -10,13 +10,12 @@ class QStandardItemModel;
 class QTableView;
 
 // The mini archive browser's window: no title bar, resizable by its corner,
-// translucent and above other windows. It is not dragged about: it comes
+// above other windows; it fades in. It is not dragged about: it comes
 // up beside the quick-extract panel.
 class archivePreviewWindowClass : public QWidget {
   Q_OBJECT
 
  public:
-  static constexpr double kOpacity = 0.9;
   // Where a row keeps its entry's name as listed.
   static constexpr int kFileNameRole = Qt::UserRole;
 
@@ -37,9 +36,6 @@ class archivePreviewWindowClass : public QWidget {
   void showProblem(const QString& message);
   void startLoader();
 
-  QPointF initlLocation() const { return initlLocation_; }
-  void setInitlLocation(const QPointF& location) { initlLocation_ = location; }
-
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -58,5 +54,4 @@ class archivePreviewWindowClass : public QWidget {
   QPushButton* remove_;
   QPushButton* extract_;
   QPushButton* quit_;
-  QPointF initlLocation_;
 };

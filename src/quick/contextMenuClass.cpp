@@ -3,6 +3,7 @@
 #include "engine/ArchiveType.h"
 #include "engine/PathText.h"
 #include "platform/ResourceIcons.h"
+#include "quick/FloatingWindow.h"
 #include "quick/PanelGeometry.h"
 #include "quick/QuickExtractionWindow.h"
 #include "quick/QuickPasswordDialog.h"
@@ -11,14 +12,7 @@
 
 #include <QCursor>
 #include <QLineEdit>
-#include <QPropertyAnimation>
 #include <QPushButton>
-
-namespace {
-
-constexpr int kFadeInMs = 250;
-
-}  // namespace
 
 contextMenuClass::contextMenuClass(Services services, QObject* parent)
     : QObject(parent),
@@ -56,14 +50,11 @@ void contextMenuClass::awakeFromNib() {
 }
 
 void contextMenuClass::fadeInPanel() {
+  contextWindow_->setWindowOpacity(0.0);
   contextWindow_->show();
   contextWindow_->raise();
   contextWindow_->activateWindow();
-  auto* fade = new QPropertyAnimation(contextWindow_.get(), "windowOpacity", contextWindow_.get());
-  fade->setDuration(kFadeInMs);
-  fade->setStartValue(0.0);
-  fade->setEndValue(contextMenuWindowClass::kOpacity);
-  fade->start(QAbstractAnimation::DeleteWhenStopped);
+  FloatingWindow::fadeTo(contextWindow_.get(), contextMenuWindowClass::kOpacity);
 }
 
 void contextMenuClass::btnDecompress() {
