@@ -8,6 +8,7 @@
 #include "engine/LongRun.h"
 #include "engine/MainWindowUi.h"
 #include "engine/OperationStatus.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "platform/Desktop.h"
 #include "platform/ResourceIcons.h"
 
@@ -16,10 +17,7 @@
 #include <QFileInfo>
 #include <QMainWindow>
 #include <QMenu>
-#include <QStandardPaths>
 #include <QTableView>
-
-#include <unistd.h>
 
 EntryOpening::EntryOpening(const EngineContext& context, QObject* parent)
     : QObject(parent), context_(context), contextMenu_(new QMenu(context.ui.mainWindow)) {
@@ -48,11 +46,6 @@ EntryOpening::EntryOpening(const EngineContext& context, QObject* parent)
   table->setDragEnabled(true);
   table->setDragDropMode(QAbstractItemView::DragOnly);
   connect(table, &QWidget::customContextMenuRequested, this, &EntryOpening::showContextMenu);
-}
-
-QString EntryOpening::temporaryRoot() {
-  return QStandardPaths::writableLocation(QStandardPaths::TempLocation) +
-         QStringLiteral("/quillet-") + QString::number(getuid());
 }
 
 void EntryOpening::openCurrent() {
@@ -107,18 +100,21 @@ QStringList EntryOpening::extractToTemporary(const QList<int>& rows) {
           target, ArchiveCommands::extractEntry(target, QString(), QString(), password).program,
           names)))
     return {};
-  const QString root = temporaryRoot();
-  QDir().mkpath(root);
-  QFile::setPermissions(root,
-                        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+  if (!OwnTemporaryFolder::ensure()) {
+    context_.ui.operationStatus->showFailure(OwnTemporaryFolder::unusableMessage(), QString());
+    return {};
+  }
   if (!folder_)
-    folder_ = std::make_unique<QTemporaryDir>(root + QStringLiteral("/open-XXXXXX"));
+    folder_ =
+        std::make_unique<QTemporaryDir>(OwnTemporaryFolder::path() + QStringLiteral("open-XXXXXX"));
   // Each extraction gets its own folder, so equal names never meet.
   QTemporaryDir destination(folder_->path() + QStringLiteral("/XXXXXX"));
   destination.setAutoRemove(false);
   if (!destination.isValid()) {
     context_.ui.operationStatus->showFailure(
-        tr("No temporary folder in %1: %2").arg(root, destination.errorString()), QString());
+        tr("No temporary folder in %1: %2")
+            .arg(OwnTemporaryFolder::path(), destination.errorString()),
+        QString());
     return {};
   }
   context_.ui.operationStatus->clear();

@@ -27,8 +27,6 @@ class EntryOpening : public QObject {
   QStringList extractToTemporary(const QList<int>& rows);
   QAction* openEntryAction() const { return openEntryAction_; }
   QMenu* contextMenu() const { return contextMenu_; }
-  // The temporary folder of this user's Quillet: <temp>/quillet-<uid>.
-  static QString temporaryRoot();
 
  private:
   void openCurrent();

@@ -6,7 +6,7 @@
 #include "engine/LiteralNames.h"
 #include "engine/PathText.h"
 #include "engine/ToolLocations.h"
-#include "tools/OwnTemporaryFolder.h"
+#include "engine/OwnTemporaryFolder.h"
 
 namespace ConversionCommands {
 namespace {

@@ -11,7 +11,7 @@
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "tools/FilePreviewPanel.h"
-#include "tools/OwnTemporaryFolder.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "tools/PreviewRules.h"
 
 #include <QDir>

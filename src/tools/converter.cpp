@@ -11,7 +11,7 @@
 #include "platform/ResourceIcons.h"
 #include "platform/WindowPlacement.h"
 #include "tools/ConverterWindow.h"
-#include "tools/OwnTemporaryFolder.h"
+#include "engine/OwnTemporaryFolder.h"
 
 #include <QAbstractButton>
 #include <QDir>

@@ -8,6 +8,7 @@
 #include "engine/EntryOpening.h"
 #include "engine/Extraction.h"
 #include "engine/OperationStatus.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "platform/ProcessToolRunner.h"
 #include "platform/QtDesktop.h"
 #include "support/EngineFixture.h"
@@ -204,7 +205,7 @@ class EntriesTableTest : public QObject {
     }
     QCOMPARE(fx.desktop.openedFiles.size(), 1);
     const QString opened = fx.desktop.openedFiles.first();
-    QVERIFY2(opened.startsWith(EntryOpening::temporaryRoot() + u'/'), qPrintable(opened));
+    QVERIFY2(opened.startsWith(OwnTemporaryFolder::path()), qPrintable(opened));
     QCOMPARE(TestArchives::contentOf(opened), QByteArray("b9.txt"));
     QTRY_VERIFY(ui.openedArchiveTableView->hasFocus());
   }
@@ -243,7 +244,7 @@ class EntriesTableTest : public QObject {
     QVERIFY(data);
     QStringList contents;
     for (const QUrl& url : data->urls()) {
-      QVERIFY(url.toLocalFile().startsWith(EntryOpening::temporaryRoot()));
+      QVERIFY(url.toLocalFile().startsWith(OwnTemporaryFolder::path()));
       contents << TestArchives::contentOf(url.toLocalFile());
     }
     contents.sort();

@@ -5,7 +5,7 @@
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 #include "tools/ConverterWindow.h"
-#include "tools/OwnTemporaryFolder.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "tools/converter.h"
 
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "support/TestArchives.h"
 #include "tools/FilePreview.h"
 #include "tools/FilePreviewPanel.h"
-#include "tools/OwnTemporaryFolder.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "tools/PreviewRules.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "tools/OwnTemporaryFolder.h"
+#include "engine/OwnTemporaryFolder.h"
 
 #include <QDir>
 #include <QObject>
