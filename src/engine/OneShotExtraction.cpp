@@ -4,6 +4,7 @@
 #include "engine/ArchiveType.h"
 #include "engine/EscapingLinks.h"
 #include "engine/ExtractionGuard.h"
+#include "engine/FileRemoval.h"
 #include "engine/LiteralNames.h"
 #include "engine/PathText.h"
 #include "engine/ToolLocations.h"
@@ -67,15 +68,6 @@ QStringList arjVolumes(const QString& archive, QStringList arguments) {
   if (QFileInfo::exists(ArchiveCommands::firstArjVolume(archive)))
     arguments << QStringLiteral("-v");
   return arguments;
-}
-
-void removeFileOrFolder(const QString& path) {
-  const QFileInfo found(path);
-  // A link of that name goes alone, never what it leads to.
-  if (found.isDir() && !found.isSymLink())
-    QDir(path).removeRecursively();
-  else
-    QFile::remove(path);
 }
 
 }  // namespace
@@ -331,7 +323,7 @@ void OneShotExtraction::take(const QList<AfterStep>& steps, const QString& archi
           services_.desktop.moveToTrash(archive);
         break;
       case AfterStep::RemoveMacosxFolder:
-        removeFileOrFolder(folder + QStringLiteral("/__MACOSX"));
+        FileRemoval::removeFileOrFolder(folder + QStringLiteral("/__MACOSX"));
         break;
     }
   }

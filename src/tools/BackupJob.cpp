@@ -1,7 +1,9 @@
 #include "tools/BackupJob.h"
 
+#include "create/FolderSize.h"
 #include "create/TextFile.h"
 #include "create/TreeCopy.h"
+#include "engine/FileRemoval.h"
 #include "tools/BackupNames.h"
 #include "tools/BackupSizeText.h"
 
@@ -15,21 +17,10 @@ namespace {
 
 constexpr int kSizeIntervalMs = 111;
 
-void removeAnything(const QString& path) {
-  const QFileInfo entry(path);
-  if (entry.isDir() && !entry.isSymLink())
-    QDir(path).removeRecursively();
-  else if (entry.exists() || entry.isSymLink())
-    QFile::remove(path);
-}
-
 }  // namespace
 
 int backupDirSize(ToolRunner& runner, const QString& path) {
-  ToolRun run;
-  run.program = QStringLiteral("/usr/bin/du");
-  run.arguments = {QStringLiteral("-k"), QStringLiteral("-d"), QStringLiteral("0"), path};
-  return BackupSizeText::bytesFromDu(runner.run(run).output);
+  return BackupSizeText::bytesFromDu(runner.run(FolderSize::duRun(path)).output);
 }
 
 BackupJob::BackupJob(BackupRequest request, ToolRunner& process,
@@ -76,8 +67,8 @@ QString BackupJob::failureOf(const ToolResult& result, const QString& folder) {
 
 void BackupJob::removeEarlierBackup(const QString& archive) const {
   const QDir folder(request_.backupFolder);
-  removeAnything(folder.filePath(archive));
-  removeAnything(folder.filePath(QFileInfo(archive).completeBaseName() + QStringLiteral(".app")));
+  FileRemoval::removeFileOrFolder(folder.filePath(archive));
+  FileRemoval::removeFileOrFolder(folder.filePath(BackupNames::applicationName(archive)));
 }
 
 // Failures here are not reported: whatever could be done stays done.
@@ -100,8 +91,9 @@ void BackupJob::getFileSizes() {
   const QString written =
       request_.backupFolder + u'/' + BackupNames::archiveName(QDate::currentDate());
   const QString temporary = written + QStringLiteral(".tmp");
-  if (QFileInfo::exists(written) && !QFileInfo::exists(temporary))
-    emit archiveSizeChanged(BackupSizeText::folder(backupDirSize(sizes_, written)));
-  if (QFileInfo::exists(temporary))
-    emit archiveSizeChanged(BackupSizeText::folder(backupDirSize(sizes_, temporary)));
+  // 7-Zip writes into the .tmp file and renames it when done.
+  const bool writing = QFileInfo::exists(temporary);
+  if (writing || QFileInfo::exists(written))
+    emit archiveSizeChanged(
+        BackupSizeText::folder(backupDirSize(sizes_, writing ? temporary : written)));
 }

@@ -1,5 +1,6 @@
 #include "tools/DMGUtility.h"
 
+#include "create/FolderSize.h"
 #include "engine/OperationStatus.h"
 #include "engine/ToolLocations.h"
 #include "platform/Dialogs.h"
@@ -25,7 +26,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -204,11 +204,7 @@ void DMGUtility::chkEncryptImage() {
 }
 
 float DMGUtility::getDirSize(const QString& path) {
-  ToolRun run;
-  run.program = QStringLiteral("/usr/bin/du");
-  run.arguments = {QStringLiteral("-k"), QStringLiteral("-d"), QStringLiteral("0"), path};
-  const QByteArray firstPiece = sizes_.run(run).output.split(' ').first();
-  return std::strtof(firstPiece.constData(), nullptr) * 1024.0f;
+  return FolderSize::bytes(sizes_, path);
 }
 
 void DMGUtility::loadingProgress() {
