@@ -23,7 +23,6 @@ ToolRun sevenZip(const QStringList& leading, const QStringList& names,
 const QString kTarSkipOldFiles = QStringLiteral("--skip-old-files");
 // A ':' in the archive's name does not make tar look for it on a host.
 const QString kTarLocalFile = QStringLiteral("--force-local");
-const QString kTar = QStringLiteral("/usr/bin/tar");
 // arj extracts only the files that do not exist yet.
 const QString kArjNewFilesOnly = QStringLiteral("-n");
 // arj reads on through the volumes that follow the archive.
@@ -51,10 +50,11 @@ ToolRun extractAll(const Archive& archive, const ExtractionSetting& setting) {
     run = {ToolLocations::lha(), {"x", "-f", archive.path}};
     run.directory = folder;
   } else if (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2) {
-    run = {QStringLiteral("/usr/bin/tar"), {"xvfj", archive.path}};
+    run = {ToolLocations::tar(), {"xvfj", archive.path}};
     run.directory = folder;
   } else if (ArchiveType::isCompressedTar(type)) {
-    run = {kTar, {"--extract", "--no-same-owner", kTarLocalFile, "-f", archive.path}};
+    run = {ToolLocations::tar(),
+           {"--extract", "--no-same-owner", kTarLocalFile, "-f", archive.path}};
     run.directory = folder;
     // No question is asked and nothing is said: an existing file is kept
     // unless the user wants it replaced.
@@ -97,7 +97,8 @@ ToolRun test(const Archive& archive, const QString& passwordSwitch) {
     return {ToolLocations::unrar(), {QStringLiteral("t"), archive.path}};
   // Listing decompresses the whole stream and reads every header.
   if (ArchiveType::isCompressedTar(archive.type))
-    return {kTar, {QStringLiteral("--list"), kTarLocalFile, QStringLiteral("-f"), archive.path}};
+    return {ToolLocations::tar(),
+            {QStringLiteral("--list"), kTarLocalFile, QStringLiteral("-f"), archive.path}};
   return sevenZip({QStringLiteral("t"), passwordSwitch}, {archive.path});
 }
 
@@ -151,7 +152,7 @@ ToolRun add(const Archive& archive, const QString& item) {
 }
 
 ToolRun compressedTarListing(const QString& archivePath) {
-  return {kTar,
+  return {ToolLocations::tar(),
           {"--list", "--verbose", "--numeric-owner", "--quoting-style=escape", kTarLocalFile, "-f",
            archivePath}};
 }

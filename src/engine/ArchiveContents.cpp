@@ -114,15 +114,8 @@ ArchiveContents ArchiveContents::fromTarListing(const QByteArray& listing) {
 
 ArchiveContents ArchiveContents::read(ToolRunner& runner, const QString& type, const QString& path,
                                       const QString& passwordSwitch) {
-  if (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2) {
-    const ToolResult result = runner.run(
-        {QStringLiteral("/usr/bin/tar"),
-         {"--list", "--verbose", "--numeric-owner", "--quoting-style=escape", "-j", "-f", path}});
-    ArchiveContents contents = fromTarListing(result.output);
-    contents.complete = contents.complete && result.succeeded();
-    return contents;
-  }
-  if (ArchiveType::isCompressedTar(type)) {
+  // tar finds the compression itself.
+  if (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2 || ArchiveType::isCompressedTar(type)) {
     const ToolResult result = runner.run(ArchiveCommands::compressedTarListing(path));
     ArchiveContents contents = fromTarListing(result.output);
     contents.complete = contents.complete && result.succeeded();

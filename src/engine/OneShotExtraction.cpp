@@ -26,7 +26,6 @@ using Route = OneShotExtraction::Route;
 using AfterStep = OneShotExtraction::AfterStep;
 
 const QString kOk = QStringLiteral("OK");
-const QString kTar = QStringLiteral("/usr/bin/tar");
 
 // The types whose listing 7-Zip probes and which it extracts by full path.
 bool isProbedBySevenZip(const QString& type) {
@@ -187,7 +186,7 @@ ToolRun OneShotExtraction::extraction(Route route, const QString& archive,
   else if (type == ArchiveType::Lha)
     run = {ToolLocations::lha(), {"x", "-f", fullPath}};
   else if (route == Route::FromOutside && (type == ArchiveType::Tbz2 || type == ArchiveType::Bz2))
-    run = {kTar, {"xvfj", fullPath}};
+    run = {ToolLocations::tar(), {"xvfj", fullPath}};
   else
     run = sevenZipExtraction({QStringLiteral("x")}, name, overwrite);
   run.directory = workingDirectory(route, archive, preferences);
@@ -283,7 +282,7 @@ OneShotExtraction::Outcome OneShotExtraction::runChecked(ToolRun run, const QStr
     services_.dialogs.alert(QStringLiteral("Missing program"), problem->message, kOk);
   else if (problem)
     services_.ui.reportFailure(problem->message);
-  if (run.program == kTar || run.program == ToolLocations::lha())
+  if (run.program == ToolLocations::tar() || run.program == ToolLocations::lha())
     removeEscapingLinks(run.directory, started);
   services_.ui.showDone();
   take(steps, archive, !problem);

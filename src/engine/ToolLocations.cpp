@@ -28,6 +28,9 @@ QString tool(const QString& name) {
 QString sevenZip() {
   return tool(QStringLiteral("7za"));
 }
+QString tar() {
+  return QStringLiteral("/usr/bin/tar");
+}
 QString unrar() {
   return tool(QStringLiteral("unrar"));
 }

@@ -13,6 +13,8 @@ QString sharedResourcesFolder();
 
 QString tool(const QString& name);  // toolsFolder() + "/" + name
 QString sevenZip();
+// The system tar; its options are GNU tar's.
+QString tar();
 QString unrar();
 QString rarCompressor();
 QString arj();
