@@ -1,5 +1,6 @@
 #include "app/ArchiveDrops.h"
 
+#include "app/DropPaths.h"
 #include "engine/ArchiveType.h"
 #include "platform/Dialogs.h"
 
@@ -10,16 +11,6 @@
 #include <QWidget>
 
 namespace {
-
-QStringList localPaths(const QMimeData* data) {
-  QStringList paths;
-  if (!data)
-    return paths;
-  for (const QUrl& url : data->urls())
-    if (url.isLocalFile())
-      paths << url.toLocalFile();
-  return paths;
-}
 
 bool isArchive(const QString& path) {
   return QFileInfo(path).isFile() &&
@@ -59,7 +50,7 @@ bool ArchiveDrops::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::DragMove: {
       auto* drag = static_cast<QDropEvent*>(event);
       // The table's own rows dragged back in are no drop.
-      if (drag->source() || localPaths(drag->mimeData()).isEmpty())
+      if (drag->source() || localPathsOf(drag->mimeData()).isEmpty())
         return false;
       drag->acceptProposedAction();
       return true;
@@ -68,7 +59,7 @@ bool ArchiveDrops::eventFilter(QObject* watched, QEvent* event) {
       auto* drop = static_cast<QDropEvent*>(event);
       if (drop->source())
         return false;
-      if (dropped(localPaths(drop->mimeData())))
+      if (dropped(localPathsOf(drop->mimeData())))
         drop->acceptProposedAction();
       return true;
     }

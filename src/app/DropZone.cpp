@@ -1,5 +1,6 @@
 #include "app/DropZone.h"
 
+#include "app/DropPaths.h"
 #include "platform/Dialogs.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ResourceIcons.h"
@@ -14,17 +15,6 @@ namespace {
 
 constexpr int kDropImageSize = 96;
 constexpr int kFrameMargin = 8;
-
-// The file names a drag carries: the local files of its URL list, which
-// is what file managers offer.
-QStringList localPathsOf(const QMimeData* data) {
-  QStringList paths;
-  for (const QUrl& url : data->urls()) {
-    if (url.isLocalFile())
-      paths << url.toLocalFile();
-  }
-  return paths;
-}
 
 // Only copying is offered to the source: the dropped files stay where
 // they are.

@@ -103,7 +103,6 @@ Engine::Engine(ToolRunner& runner, ToolRunner& jobRunner, Dialogs& dialogs, Desk
             if (!visible && !ui_.mainWindow->isMinimized())
               ui_.btnExpandArchiveFilePreview->setChecked(false);
           });
-  disconnect(ui_.addFilesToArchive, &QAction::triggered, editing_, nullptr);
   connect(ui_.addFilesToArchive, &QAction::triggered, this, &Engine::addFiles);
   connect(ui_.openedArchiveTableView->selectionModel(), &QItemSelectionModel::selectionChanged,
           this, &Engine::updateActions);

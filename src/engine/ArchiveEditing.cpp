@@ -32,8 +32,6 @@ ArchiveEditing::ArchiveEditing(const EngineContext& context, AddingWindows& wind
     : QObject(parent), context_(context), windows_(windows) {
   connect(context.ui.btnDeleteSelectedFilesFromArchive, &QAction::triggered, this,
           &ArchiveEditing::btnDeleteSelectedFilesFromArchive);
-  connect(context.ui.addFilesToArchive, &QAction::triggered, this,
-          &ArchiveEditing::addFilesToArchive);
 }
 
 void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
