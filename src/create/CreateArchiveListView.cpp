@@ -109,13 +109,8 @@ QLayout* CreateArchiveListView::buildButtonBar() {
 }
 
 void CreateArchiveListView::btnAddContent() {
-  Dialogs::OpenPanel panel;
-  panel.title = tr("Select items");
-  panel.chooseFiles = true;
-  panel.chooseFolders = true;
-  panel.multipleSelection = true;
-  panel.canCreateFolders = false;
-  const QStringList paths = dialogs_.chooseToOpen(window(), panel);
+  const QStringList paths =
+      dialogs_.chooseToOpen(window(), Dialogs::OpenPanel::filesAndFolders(tr("Select items")));
   openDialogForSelection(paths, paths.isEmpty() ? 0 : 1);
 }
 

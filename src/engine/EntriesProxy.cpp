@@ -10,10 +10,7 @@
 
 EntriesProxy::EntriesProxy(EntriesModel* entries, QObject* parent) : QSortFilterProxyModel(parent) {
   setSourceModel(entries);
-  setSortRole(Qt::DisplayRole);
   connect(entries, &QAbstractItemModel::modelAboutToBeReset, this, &EntriesProxy::forgetKeys);
-  connect(entries, &QAbstractItemModel::rowsAboutToBeRemoved, this, &EntriesProxy::forgetKeys);
-  connect(entries, &QAbstractItemModel::rowsAboutToBeInserted, this, &EntriesProxy::forgetKeys);
 }
 
 EntriesModel* EntriesProxy::entries() const {

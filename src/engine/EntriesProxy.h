@@ -3,7 +3,6 @@
 #include <QCollatorSortKey>
 #include <QSortFilterProxyModel>
 
-#include <optional>
 #include <vector>
 
 class EntriesModel;

@@ -38,7 +38,6 @@ class Extraction : public QObject {
  private:
   Dialogs::OpenPanel destinationPanel(const QString& title) const;
   void showDialog();
-  void hideDialog();
   // Whether an entry collides with an existing file; nothing, after telling
   // the user, when the extraction would lose a file.
   std::optional<bool> guard(const ExtractionGuard::Request& request);

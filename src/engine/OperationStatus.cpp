@@ -1,5 +1,6 @@
 #include "engine/OperationStatus.h"
 
+#include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 
 #include <QDialog>
@@ -21,8 +22,7 @@ namespace {
 constexpr int kIconSize = 16;
 
 QPushButton* flatButton(const QString& text, const char* objectName) {
-  auto* button = new QPushButton(text);
-  button->setObjectName(QString::fromLatin1(objectName));
+  auto* button = named(new QPushButton(text), objectName);
   button->setFlat(true);
   button->setFocusPolicy(Qt::TabFocus);
   button->hide();
