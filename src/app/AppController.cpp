@@ -31,7 +31,6 @@
 #include <QPlainTextEdit>
 #include <QPropertyAnimation>
 #include <QPushButton>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QStandardPaths>
@@ -42,14 +41,6 @@ namespace {
 
 constexpr int kFadeInMs = 250;
 enum Tab { BackupTab = 2, DiskImageTab = 3 };
-
-void centreOnScreen(QWidget* window) {
-  if (const QScreen* screen = window->screen()) {
-    QRect frame = window->frameGeometry();
-    frame.moveCenter(screen->availableGeometry().center());
-    window->move(frame.topLeft());
-  }
-}
 
 }  // namespace
 
@@ -97,7 +88,7 @@ AppController::~AppController() = default;
 void AppController::awakeFromNib() {
   QMainWindow* window = engine_.ui().mainWindow;
   window->installEventFilter(this);
-  centreOnScreen(window);
+  WindowPlacement::centreOnScreen(window);
   window->setWindowOpacity(0.0);
   window->show();
 }

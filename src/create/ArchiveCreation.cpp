@@ -9,6 +9,7 @@
 #include "engine/OperationStatus.h"
 #include "engine/ToolLocations.h"
 #include "platform/Dialogs.h"
+#include "platform/GuiThread.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/ToolRunner.h"
 
@@ -150,33 +151,28 @@ void ArchiveCreation::compressingThreadProcedure(CompressionRequest request,
                      [cancelled] { return cancelled->load(); });
   job.run();
   const QString split = job.splitVolumesSize();
-  onGuiThread([split] { JobSettings::shared().splitVolumesSize = split; }, false);
-}
-
-template <typename Function>
-void ArchiveCreation::onGuiThread(Function function, bool wait) {
-  if (QThread::currentThread() == thread()) {
-    function();
-    return;
-  }
-  QMetaObject::invokeMethod(this, std::move(function),
-                            wait ? Qt::BlockingQueuedConnection : Qt::QueuedConnection);
+  runInThreadOf(
+      this, [split] { JobSettings::shared().splitVolumesSize = split; }, false);
 }
 
 void ArchiveCreation::orderOutCreateWindow() {
-  onGuiThread([this] { createArchiveWindow_->hide(); }, false);
+  runInThreadOf(
+      this, [this] { createArchiveWindow_->hide(); }, false);
 }
 
 void ArchiveCreation::setCompressionSpinning(bool spinning) {
-  onGuiThread([this, spinning] { widgets_.compressionSpin->setVisible(spinning); }, false);
+  runInThreadOf(
+      this, [this, spinning] { widgets_.compressionSpin->setVisible(spinning); }, false);
 }
 
 void ArchiveCreation::setCompressingArchiveName(const QString& name) {
-  onGuiThread([this, name] { compressingWindow_->compressingArchiveName()->setText(name); }, false);
+  runInThreadOf(
+      this, [this, name] { compressingWindow_->compressingArchiveName()->setText(name); }, false);
 }
 
 void ArchiveCreation::showCompressingWindow() {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this] {
         if (!compressingWindow_->isVisible())
           compressingWindow_->centreAndShow();
@@ -185,7 +181,8 @@ void ArchiveCreation::showCompressingWindow() {
 }
 
 void ArchiveCreation::hideCompressingWindow() {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this] {
         compressingWindow_->hide();
         compressingWindow_->compressingLoader()->setRange(0, 1);
@@ -196,7 +193,8 @@ void ArchiveCreation::hideCompressingWindow() {
 }
 
 void ArchiveCreation::setProgressRange(int maximum, int value) {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this, maximum, value] {
         compressingWindow_->compressingLoader()->setRange(0, maximum);
         compressingWindow_->compressingLoader()->setValue(value);
@@ -205,33 +203,39 @@ void ArchiveCreation::setProgressRange(int maximum, int value) {
 }
 
 void ArchiveCreation::setProgressValue(int value) {
-  onGuiThread([this, value] { compressingWindow_->compressingLoader()->setValue(value); }, false);
+  runInThreadOf(
+      this, [this, value] { compressingWindow_->compressingLoader()->setValue(value); }, false);
 }
 
 void ArchiveCreation::setProgressIndeterminate() {
-  onGuiThread([this] { compressingWindow_->compressingLoader()->setRange(0, 0); }, false);
+  runInThreadOf(
+      this, [this] { compressingWindow_->compressingLoader()->setRange(0, 0); }, false);
 }
 
 void ArchiveCreation::setStatus(const QString& status) {
-  onGuiThread([this, status] { compressingWindow_->compressingWindowStatus()->setText(status); },
-              false);
+  runInThreadOf(
+      this, [this, status] { compressingWindow_->compressingWindowStatus()->setText(status); },
+      false);
 }
 
 void ArchiveCreation::setFileContent(const QString& text) {
-  onGuiThread([this, text] { widgets_.fileContentView->setPlainText(text); }, false);
+  runInThreadOf(
+      this, [this, text] { widgets_.fileContentView->setPlainText(text); }, false);
 }
 
 void ArchiveCreation::selectRow(int row) {
-  onGuiThread([this, row] { widgets_.createTab->list()->tableView()->selectRow(row); }, false);
+  runInThreadOf(
+      this, [this, row] { widgets_.createTab->list()->tableView()->selectRow(row); }, false);
 }
 
 void ArchiveCreation::toggleCreateWindow() {
-  onGuiThread([this] { createArchiveWindow_->setVisible(!createArchiveWindow_->isVisible()); },
-              true);
+  runInThreadOf(
+      this, [this] { createArchiveWindow_->setVisible(!createArchiveWindow_->isVisible()); }, true);
 }
 
 void ArchiveCreation::bringCreateWindowForwardIfHidden() {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this] {
         if (!createArchiveWindow_->isVisible())
           createArchiveWindow_->centreAndShow();
@@ -240,13 +244,14 @@ void ArchiveCreation::bringCreateWindowForwardIfHidden() {
 }
 
 void ArchiveCreation::alert(const QString& title, const QString& message) {
-  onGuiThread([this, title, message] { dialogs_.alert(title, message, QStringLiteral("OK")); },
-              true);
+  runInThreadOf(
+      this, [this, title, message] { dialogs_.alert(title, message, QStringLiteral("OK")); }, true);
 }
 
 QString ArchiveCreation::chooseArchivesFolder() {
   QString chosen;
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this, &chosen] {
         chosen = dialogs_
                      .chooseToOpen(widgets_.mainWindow,
@@ -260,7 +265,8 @@ QString ArchiveCreation::chooseArchivesFolder() {
 
 void ArchiveCreation::uploadFileToFTP(const QString& archiveName, const QString& folder) {
   bool sendMail = false;
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this, &sendMail] {
         sendMail = createArchiveWindow_->chkSendMailAfterUploadIsCompletedOutlet()->isChecked();
       },
@@ -269,12 +275,14 @@ void ArchiveCreation::uploadFileToFTP(const QString& archiveName, const QString&
 }
 
 void ArchiveCreation::reportFailure(const QString& message, const QString& details) {
-  onGuiThread([this, message, details] { widgets_.operationStatus->showFailure(message, details); },
-              false);
+  runInThreadOf(
+      this, [this, message, details] { widgets_.operationStatus->showFailure(message, details); },
+      false);
 }
 
 void ArchiveCreation::reportCreated(const CreatedArchives& archives) {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this, archives] { widgets_.operationStatus->showDone(archives.text(), archives.folder()); },
       false);
 }

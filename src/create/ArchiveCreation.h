@@ -90,9 +90,6 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
   CompressionRequest requestFromWindows() const;
   void compressingThreadProcedure(CompressionRequest request,
                                   std::shared_ptr<std::atomic<bool>> cancelled);
-  // Runs f on the GUI thread; waits for it where the job needs the answer.
-  template <typename Function>
-  void onGuiThread(Function function, bool wait);
 
   // Runs the job's tools one at a time, so that cancel can end the one
   // running now.

@@ -1,9 +1,11 @@
 #include "create/UploadingFTP.h"
 
 #include "platform/Dialogs.h"
+#include "platform/GuiThread.h"
 #include "platform/ObjectNames.h"
 #include "platform/ResourceIcons.h"
 #include "platform/ToolRunner.h"
+#include "platform/WindowPlacement.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -91,29 +93,15 @@ void UploadingFTP::btnUploadingFTPCancel() {
   bringMainWindowBack();
 }
 
-template <typename Function>
-void UploadingFTP::onGuiThread(Function function, bool wait) {
-  if (QThread::currentThread() == thread()) {
-    function();
-    return;
-  }
-  QMetaObject::invokeMethod(this, std::move(function),
-                            wait ? Qt::BlockingQueuedConnection : Qt::QueuedConnection);
-}
-
 void UploadingFTP::showUploadingWindow(const QString& address, const QString& fileName) {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this, address, fileName] {
         outletFTPAddress_->setText(address);
         outletUploadingFileName_->setText(fileName);
         QWidget* window = outletUploadingWindow_;
         window->adjustSize();
-        const QScreen* screen = mainWindow_ ? mainWindow_->screen() : window->screen();
-        if (screen) {
-          QRect frame = window->frameGeometry();
-          frame.moveCenter(screen->availableGeometry().center());
-          window->move(frame.topLeft());
-        }
+        WindowPlacement::centreOnScreen(window, mainWindow_ ? mainWindow_->screen() : nullptr);
         window->show();
         window->raise();
         if (mainWindow_)
@@ -123,18 +111,19 @@ void UploadingFTP::showUploadingWindow(const QString& address, const QString& fi
 }
 
 void UploadingFTP::setUploadingIndicator(bool running) {
-  onGuiThread(
-      [this, running] { outletUploadingFTPLoadingIndicator_->setRange(0, running ? 0 : 1); },
+  runInThreadOf(
+      this, [this, running] { outletUploadingFTPLoadingIndicator_->setRange(0, running ? 0 : 1); },
       false);
 }
 
 void UploadingFTP::alert(const QString& title, const QString& message) {
-  onGuiThread([this, title, message] { dialogs_.alert(title, message, QStringLiteral("OK")); },
-              true);
+  runInThreadOf(
+      this, [this, title, message] { dialogs_.alert(title, message, QStringLiteral("OK")); }, true);
 }
 
 void UploadingFTP::finishUploading() {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this] {
         outletUploadingWindow_->hide();
         bringMainWindowBack();
@@ -143,7 +132,8 @@ void UploadingFTP::finishUploading() {
 }
 
 void UploadingFTP::reportFailure(const QString& message) {
-  onGuiThread(
+  runInThreadOf(
+      this,
       [this, message] {
         if (mainWindow_)
           mainWindow_->statusBar()->showMessage(message);

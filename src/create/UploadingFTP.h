@@ -48,8 +48,6 @@ class UploadingFTP : public QObject, public UploadUi {
   void reportFailure(const QString& message) override;
 
  private:
-  template <typename Function>
-  void onGuiThread(Function function, bool wait);
   void bringMainWindowBack();
 
   ToolRunner& uploadingProcess_;

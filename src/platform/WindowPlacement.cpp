@@ -1,5 +1,6 @@
 #include "platform/WindowPlacement.h"
 
+#include <QScreen>
 #include <QWidget>
 
 namespace WindowPlacement {
@@ -11,6 +12,16 @@ void centreAndShow(QWidget* window) {
   window->show();
   window->raise();
   window->activateWindow();
+}
+
+void centreOnScreen(QWidget* window, const QScreen* screen) {
+  if (!screen)
+    screen = window->screen();
+  if (!screen)
+    return;
+  QRect frame = window->frameGeometry();
+  frame.moveCenter(screen->availableGeometry().center());
+  window->move(frame.topLeft());
 }
 
 }  // namespace WindowPlacement

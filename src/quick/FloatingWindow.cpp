@@ -1,8 +1,9 @@
 #include "quick/FloatingWindow.h"
 
+#include "platform/WindowPlacement.h"
+
 #include <QPainter>
 #include <QPropertyAnimation>
-#include <QScreen>
 #include <QWidget>
 
 namespace FloatingWindow {
@@ -14,11 +15,7 @@ constexpr int kFadeMs = 250;
 
 void orderFrontCentred(QWidget* window) {
   window->adjustSize();
-  if (const QScreen* screen = window->screen()) {
-    QRect frame = window->frameGeometry();
-    frame.moveCenter(screen->availableGeometry().center());
-    window->move(frame.topLeft());
-  }
+  WindowPlacement::centreOnScreen(window);
   window->show();
   window->raise();
   window->activateWindow();
