@@ -52,7 +52,6 @@ class ArchiveCreation : public QObject, public JobUi, public AddingWindows {
 
   CreateArchiveWindow* createArchiveWindow() const { return createArchiveWindow_; }
   CompressingWindow* compressingWindow() const { return compressingWindow_; }
-  UploadingFTP* uploading() const { return uploading_; }
   QThread* compressionThread() const { return compressionThread_; }
   ToolRunner& compressionProcess() const { return compressionProcess_; }
   const QString& itemToCompress() const { return itemToCompress_; }

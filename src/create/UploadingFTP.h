@@ -34,9 +34,6 @@ class UploadingFTP : public QObject, public UploadUi {
   QWidget* outletUploadingWindow() const { return outletUploadingWindow_; }
   QLabel* outletFTPAddress() const { return outletFTPAddress_; }
   QLabel* outletUploadingFileName() const { return outletUploadingFileName_; }
-  QProgressBar* outletUploadingFTPLoadingIndicator() const {
-    return outletUploadingFTPLoadingIndicator_;
-  }
   QPushButton* btnCancel() const { return btnUploadingFTPCancel_; }
   bool isUploadingTerminatedByTheUser() const { return isUploadingTerminatedByTheUser_.load(); }
 

@@ -22,7 +22,6 @@ class classFTP : public QObject {
   QLineEdit* ftpAddressBox() const { return ftpAddressBox_; }
   QLineEdit* ftpUserNameBox() const { return ftpUserNameBox_; }
   QLineEdit* ftpPasswordBox() const { return ftpPasswordBox_; }
-  QProgressBar* ftpTestLoadingIndicator() const { return ftpTestLoadingIndicator_; }
   QDialog* newDirWindow() const { return newDirWindow_; }
   QLineEdit* newDirTextBox() const { return newDirTextBox_; }
 

@@ -23,7 +23,6 @@ class ConverterWindow : public QDialog {
   QLineEdit* archivePath() const { return archivePath_; }
   QLineEdit* archiveType() const { return archiveType_; }
   QLineEdit* passwordTextField() const { return passwordTextField_; }
-  QLabel* iconCurrent() const { return iconCurrent_; }
   QLabel* iconConverted() const { return iconConverted_; }
   QProgressBar* loadingIndicator() const { return loadingIndicator_; }
   QProgressBar* phaseLoadingIndicator() const { return phaseLoadingIndicator_; }

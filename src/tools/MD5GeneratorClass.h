@@ -25,7 +25,6 @@ class MD5GeneratorClass : public QObject {
 
   QDialog* md5Window() const { return md5Window_; }
   QLineEdit* textField() const { return textField_; }
-  QLabel* fileLabel() const { return fileLabel_; }
   // The path handed to the quick-extract route, read when it is needed.
   void setCustomContextMenuPathSource(PathSource source) {
     customContextMenuPath_ = std::move(source);

@@ -4,17 +4,11 @@
 #include "engine/LiteralNames.h"
 #include "engine/PathText.h"
 #include "engine/ToolLocations.h"
+#include "tools/ConversionCommands.h"
 
 #include <QStringList>
 
 namespace PreviewRules {
-namespace {
-
-QStringList passwordArguments(const QString& password) {
-  return password.isEmpty() ? QStringList{} : QStringList{QStringLiteral("-p") + password};
-}
-
-}  // namespace
 
 bool refuses(const QString& archiveType) {
   return archiveType == ArchiveType::Rar || archiveType == ArchiveType::Arj ||
@@ -36,15 +30,17 @@ std::optional<ToolRun> extraction(const QString& archiveType, const QString& arc
                                   const QString& folder) {
   if (!extracts(archiveType))
     return std::nullopt;
-  return ToolRun{ToolLocations::sevenZip(),
-                 LiteralNames::forSevenZip(QStringList{"e"} + passwordArguments(password),
-                                           {archivePath, entry}, {"-o" + folder, "-y"})};
+  return ToolRun{
+      ToolLocations::sevenZip(),
+      LiteralNames::forSevenZip(QStringList{"e"} + ConversionCommands::passwordArguments(password),
+                                {archivePath, entry}, {"-o" + folder, "-y"})};
 }
 
 ToolRun entryTest(const QString& archivePath, const QString& entry, const QString& password) {
-  return {ToolLocations::sevenZip(),
-          LiteralNames::forSevenZip(QStringList{"t"} + passwordArguments(password),
-                                    {archivePath, entry})};
+  return {
+      ToolLocations::sevenZip(),
+      LiteralNames::forSevenZip(QStringList{"t"} + ConversionCommands::passwordArguments(password),
+                                {archivePath, entry})};
 }
 
 std::optional<int> walk(int current, int count, int step,

@@ -31,7 +31,6 @@ class backupEngine : public QObject {
   const BackupUi& ui() const { return ui_; }
   // The restore application copied around each archive.
   void setRestoreBundle(const QString& bundle) { restoreBundle_ = bundle; }
-  bool isRunning() const { return thread_ != nullptr; }
 
   void awakeFromNib();
   void chkBoxCompressBackup();
