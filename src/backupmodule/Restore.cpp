@@ -20,14 +20,10 @@ QString extract(const QString& archive, const QString& into, const WaitForTool& 
   if (program.isEmpty())
     return QStringLiteral("7za was not found; install the Debian package p7zip-full");
   QProcess tool;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  // 7za turns stored names into bytes by the locale.
-  environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-  tool.setProcessEnvironment(environment);
-  tool.setStandardInputFile(QProcess::nullDevice());
-  tool.start(program, {QStringLiteral("x"), QStringLiteral("-y"), QStringLiteral("-bd"),
-                       QStringLiteral("-o") + into, QStringLiteral("--"), archive});
-  if (!tool.waitForStarted())
+  if (!BundledProgram::startSevenZip(
+          tool, program,
+          {QStringLiteral("x"), QStringLiteral("-y"), QStringLiteral("-bd"),
+           QStringLiteral("-o") + into, QStringLiteral("--"), archive}))
     return tool.errorString();
   wait(tool);
   if (tool.exitStatus() != QProcess::NormalExit || tool.exitCode() != 0) {

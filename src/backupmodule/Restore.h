@@ -1,11 +1,9 @@
 #pragma once
 
+#include "bundled/BundledProgram.h"
+
 #include <QString>
 #include <QStringList>
-
-#include <functional>
-
-class QProcess;
 
 struct RestoreResult {
   bool succeeded = false;
@@ -17,9 +15,7 @@ struct RestoreResult {
   QStringList kept;
 };
 
-// Returns once a started 7za has ended; the graphical restorer keeps its
-// windows responsive meanwhile, the text one simply blocks.
-using WaitForTool = std::function<void(QProcess&)>;
+using BundledProgram::WaitForTool;
 
 // Where a folder stored at the archive's top level belongs in the home
 // folder: Evolution's "mail" under ~/.local/share/evolution, everything

@@ -7,12 +7,10 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QTextStream>
 
@@ -97,16 +95,6 @@ int runAsText(const BackupBundle& bundle, const QString& archive, const QString&
   return 0;
 }
 
-void waitShowingProgress(QProcess& tool, const QString& title) {
-  QProgressDialog progress(QStringLiteral("Restoring…"), QString(), 0, 0);
-  progress.setWindowTitle(title);
-  progress.setMinimumDuration(400);
-  QEventLoop loop;
-  QObject::connect(&tool, &QProcess::finished, &loop, &QEventLoop::quit);
-  if (tool.state() != QProcess::NotRunning)
-    loop.exec();
-}
-
 int runWithWindows(const BackupBundle& bundle, const QString& archive, const QString& home,
                    bool confirmed) {
   const QString title = bundle.name();
@@ -120,8 +108,9 @@ int runWithWindows(const BackupBundle& bundle, const QString& archive, const QSt
     if (ask.clickedButton() != restore)
       return 1;
   }
-  const RestoreResult result =
-      restoreBackup(archive, home, [&title](QProcess& tool) { waitShowingProgress(tool, title); });
+  const RestoreResult result = restoreBackup(archive, home, [&title](QProcess& tool) {
+    BundledProgram::waitShowingProgress(tool, title, QStringLiteral("Restoring…"));
+  });
   QMessageBox report(result.succeeded ? QMessageBox::Information : QMessageBox::Critical, title,
                      result.succeeded
                          ? QStringLiteral("Restored %1 file(s) into %2.")

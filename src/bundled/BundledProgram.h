@@ -4,9 +4,13 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
+#include <QProcess>
+#include <QProgressDialog>
 #include <QStringDecoder>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -50,6 +54,34 @@ inline std::optional<QString> readText(const QString& path) {
   const QByteArray data = file.readAll();
   QStringDecoder decoder(QStringConverter::encodingForData(data).value_or(QStringConverter::Utf16));
   return QString(decoder.decode(data));
+}
+
+// Returns once a started 7-Zip has ended; with windows they stay responsive
+// meanwhile, in the terminal the program simply blocks.
+using WaitForTool = std::function<void(QProcess&)>;
+
+// Starts 7-Zip as both programs need it: names turned into bytes by UTF-8
+// whatever the locale, and a closed input, so that a password prompt fails
+// at once instead of hanging. False when it could not be started.
+inline bool startSevenZip(QProcess& tool, const QString& program, const QStringList& arguments) {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+  tool.setProcessEnvironment(environment);
+  tool.setStandardInputFile(QProcess::nullDevice());
+  tool.start(program, arguments);
+  return tool.waitForStarted();
+}
+
+// Waits for the tool with a busy window saying what is going on, shown only
+// when the wait is not short.
+inline void waitShowingProgress(QProcess& tool, const QString& title, const QString& doing) {
+  QProgressDialog progress(doing, QString(), 0, 0);
+  progress.setWindowTitle(title);
+  progress.setMinimumDuration(400);
+  QEventLoop loop;
+  QObject::connect(&tool, &QProcess::finished, &loop, &QEventLoop::quit);
+  if (tool.state() != QProcess::NotRunning)
+    loop.exec();
 }
 
 }  // namespace BundledProgram

@@ -29,15 +29,9 @@ ToolRun runSevenZip(const QString& program, QStringList arguments, const QString
                     const WaitForTool& wait) {
   if (!password.isEmpty())
     arguments.insert(1, "-p" + password);
+  // Its messages are matched below, in the C locale's words.
   QProcess tool;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  // 7z turns names into bytes by the locale, and its messages are matched below.
-  environment.insert("LC_ALL", "C.UTF-8");
-  tool.setProcessEnvironment(environment);
-  // A closed input makes a password prompt fail at once instead of hanging.
-  tool.setStandardInputFile(QProcess::nullDevice());
-  tool.start(program, arguments);
-  if (!tool.waitForStarted())
+  if (!BundledProgram::startSevenZip(tool, program, arguments))
     return {{ExtractionOutcome::ToolMissing, tool.errorString()}, {}};
   wait(tool);
 

@@ -1,10 +1,8 @@
 #pragma once
 
+#include "bundled/BundledProgram.h"
+
 #include <QString>
-
-#include <functional>
-
-class QProcess;
 
 enum class ExtractionOutcome { Succeeded, NeedsPassword, WrongPassword, ToolMissing, Failed };
 
@@ -14,9 +12,7 @@ struct ExtractionResult {
   QString details;
 };
 
-// Returns once a started 7z has ended; the graphical stub keeps its windows
-// responsive meanwhile, the text one simply blocks.
-using WaitForTool = std::function<void(QProcess&)>;
+using BundledProgram::WaitForTool;
 
 // Extracts an archive with Debian's 7z into destination, renaming extracted
 // files instead of replacing existing ones. A protected archive's password is

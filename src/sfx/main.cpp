@@ -7,13 +7,11 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QProcess>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QTextStream>
 
@@ -87,16 +85,6 @@ bool confirmExtraction(const StubBundle& bundle) {
   return box.clickedButton() == extract;
 }
 
-void waitShowingProgress(QProcess& tool, const QString& title) {
-  QProgressDialog progress("Extracting…", QString(), 0, 0);
-  progress.setWindowTitle(title);
-  progress.setMinimumDuration(400);
-  QEventLoop loop;
-  QObject::connect(&tool, &QProcess::finished, &loop, &QEventLoop::quit);
-  if (tool.state() != QProcess::NotRunning)
-    loop.exec();
-}
-
 int runWithWindows(const StubBundle& bundle, QString password) {
   const QString title = bundle.name();
   const QString notes = BundledProgram::readText(bundle.notesFile()).value_or(QString());
@@ -105,7 +93,9 @@ int runWithWindows(const StubBundle& bundle, QString password) {
   if (!confirmExtraction(bundle))
     return 1;
 
-  const auto wait = [&title](QProcess& tool) { waitShowingProgress(tool, title); };
+  const auto wait = [&title](QProcess& tool) {
+    BundledProgram::waitShowingProgress(tool, title, "Extracting…");
+  };
   for (;;) {
     const ExtractionResult result =
         extractArchive(bundle.archive(), bundle.destination(), password, wait);
