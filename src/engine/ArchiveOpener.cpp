@@ -221,9 +221,7 @@ std::optional<ToolResult> ArchiveOpener::runTool(const ToolRun& run, bool report
 }
 
 LhaVersion ArchiveOpener::lhaVersion() {
-  if (!lhaVersion_) {
-    const ToolResult usage = runner_.run({ToolLocations::lha(), {}});
-    lhaVersion_ = lhaVersionFromUsage(usage.output + usage.errors);
-  }
+  if (!lhaVersion_)
+    lhaVersion_ = probeLhaVersion(runner_);
   return *lhaVersion_;
 }

@@ -282,9 +282,7 @@ bool archivePreviewMiniClass::refusesListedNames(const QStringList& chosen) {
 }
 
 LhaVersion archivePreviewMiniClass::lhaVersion() {
-  if (!lhaVersion_) {
-    const ToolResult usage = services_.runner.run({ToolLocations::lha(), {}});
-    lhaVersion_ = lhaVersionFromUsage(usage.output + usage.errors);
-  }
+  if (!lhaVersion_)
+    lhaVersion_ = probeLhaVersion(services_.runner);
   return *lhaVersion_;
 }

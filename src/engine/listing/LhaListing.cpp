@@ -2,7 +2,9 @@
 
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
+#include "engine/ToolLocations.h"
 #include "engine/listing/EntryIcons.h"
+#include "platform/ToolRunner.h"
 
 namespace {
 
@@ -80,4 +82,9 @@ ArchiveEntries parseLhaListing(const OutputLines& lines, LhaVersion version, Ent
     entries.append(std::move(entry));
   }
   return entries;
+}
+
+LhaVersion probeLhaVersion(ToolRunner& runner) {
+  const ToolResult usage = runner.run({ToolLocations::lha(), {}});
+  return lhaVersionFromUsage(usage.output + usage.errors);
 }

@@ -4,6 +4,7 @@
 #include "engine/listing/FixedListing.h"
 
 class EntryIcons;
+class ToolRunner;
 
 // The listing of "lha v A". LHa for UNIX 1.14i counts its columns from the
 // front and puts the name at character 70. lhasa prints the same ruler but
@@ -14,6 +15,8 @@ enum class LhaVersion { LhaForUnix114, Lhasa };
 
 // The version behind the lha tool, from what it prints when run bare.
 LhaVersion lhaVersionFromUsage(const QByteArray& usage);
+// Runs the lha tool bare and tells its version by what it prints.
+LhaVersion probeLhaVersion(ToolRunner& runner);
 
 FixedRange lhaRange();
 // Where the name starts on an entry line: character 70 for LHa for UNIX,
