@@ -12,6 +12,7 @@
 #include "engine/ArchiveEditing.h"
 #include "engine/ArchiveTest.h"
 #include "engine/ArchiveType.h"
+#include "engine/EngineContext.h"
 #include "engine/EntriesModel.h"
 #include "engine/EntryOpening.h"
 #include "engine/Extraction.h"
@@ -274,9 +275,7 @@ void Engine::showRows(const ArchiveEntries& rows) {
 }
 
 void Engine::reportProblem(const ToolProblem& problem) {
-  ui_.operationStatus->showFailure(problem.message, QString());
-  if (problem.kind == ToolProblem::Kind::MissingProgram)
-    dialogs_.alert(tr("Missing program"), problem.message, QStringLiteral("OK"));
+  EngineContext::report(ui_, dialogs_, problem, QString());
 }
 
 void Engine::rebuildRecentMenu() {

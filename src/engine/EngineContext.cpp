@@ -17,14 +17,17 @@
 
 ToolResult EngineContext::runReported(const ToolRun& run) const {
   const ToolResult result = runner.run(run);
-  if (const std::optional<ToolProblem> problem = ToolProblem::of(run, result)) {
-    ui.operationStatus->showFailure(
-        problem->message,
-        QString::fromLocal8Bit(result.errors.isEmpty() ? result.output : result.errors));
-    if (problem->kind == ToolProblem::Kind::MissingProgram)
-      dialogs.alert(QObject::tr("Missing program"), problem->message, QStringLiteral("OK"));
-  }
+  if (const std::optional<ToolProblem> problem = ToolProblem::of(run, result))
+    report(ui, dialogs, *problem,
+           QString::fromLocal8Bit(result.errors.isEmpty() ? result.output : result.errors));
   return result;
+}
+
+void EngineContext::report(const MainWindowUi& ui, Dialogs& dialogs, const ToolProblem& problem,
+                           const QString& details) {
+  ui.operationStatus->showFailure(problem.message, details);
+  if (problem.kind == ToolProblem::Kind::MissingProgram)
+    dialogs.alert(QObject::tr("Missing program"), problem.message, QStringLiteral("OK"));
 }
 
 QString EngineContext::passwordFieldText() const {

@@ -9,6 +9,7 @@ class Desktop;
 class Dialogs;
 class PasswordPanel;
 struct MainWindowUi;
+struct ToolProblem;
 
 // What the main window's operations share: the seams, the opened archive
 // and the window's widgets.
@@ -23,6 +24,9 @@ struct EngineContext {
   // Runs a tool and says what went wrong: an alert names a missing
   // program, a status-bar line tells of a failed run.
   ToolResult runReported(const ToolRun& run) const;
+  // The status bar's failure line, with an alert naming a missing program.
+  static void report(const MainWindowUi& ui, Dialogs& dialogs, const ToolProblem& problem,
+                     const QString& details);
   QString passwordFieldText() const;
   // The selected rows of the entries table, in the table's order (not the
   // order they were clicked in), as rows of the listing itself.
