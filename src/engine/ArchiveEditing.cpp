@@ -34,6 +34,11 @@ ArchiveEditing::ArchiveEditing(const EngineContext& context, AddingWindows& wind
           &ArchiveEditing::btnDeleteSelectedFilesFromArchive);
 }
 
+void ArchiveEditing::alertNotUpdatable(Dialogs& dialogs) {
+  dialogs.alert(QStringLiteral("Archive not supported."),
+                QStringLiteral("This archive type is not supported for updating."), QString());
+}
+
 void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
   QTableView* table = context_.ui.openedArchiveTableView;
   const QModelIndexList selected = context_.selectedRows();
@@ -53,9 +58,7 @@ void ArchiveEditing::btnDeleteSelectedFilesFromArchive() {
     return;
   }
   if (ArchiveType::isCompressedTar(context_.opener.archive().archivetype)) {
-    context_.dialogs.alert(QStringLiteral("Archive not supported."),
-                           QStringLiteral("This archive type is not supported for updating."),
-                           QString());
+    alertNotUpdatable(context_.dialogs);
     return;
   }
   QStringList names;
@@ -110,9 +113,7 @@ void ArchiveEditing::updateArchive(const QStringList& sheet, int returnCode) {
   const QString name = PathText::lastPathComponent(archive.filepath);
   const QString& type = archive.archivetype;
   if (type == ArchiveType::Bzip2 || type == u"gzip" || ArchiveType::isCompressedTar(type)) {
-    context_.dialogs.alert(QStringLiteral("Archive not supported."),
-                           QStringLiteral("This archive type is not supported for updating."),
-                           QString());
+    alertNotUpdatable(context_.dialogs);
     return;
   }
   const ArchiveCommands::Archive target{type, archive.filepath};

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+class Dialogs;
 class AddingWindows;
 
 // Changing the open archive in place: deleting the selected entries and
@@ -12,6 +13,8 @@ class ArchiveEditing : public QObject {
   Q_OBJECT
 
  public:
+  // The alert for an archive whose type cannot be changed in place.
+  static void alertNotUpdatable(Dialogs& dialogs);
   ArchiveEditing(const EngineContext& context, AddingWindows& windows, QObject* parent = nullptr);
 
   void btnDeleteSelectedFilesFromArchive();

@@ -1,6 +1,7 @@
 #include "quick/archivePreviewMiniClass.h"
 
 #include "engine/ArchiveCommands.h"
+#include "engine/ArchiveEditing.h"
 #include "engine/ArchiveType.h"
 #include "engine/ExtractionGuard.h"
 #include "engine/ListedNames.h"
@@ -120,9 +121,7 @@ void archivePreviewMiniClass::updateArchive(const QStringList& sheet, int return
   const QString type = ArchiveType::ofPath(filepath_);
   // "gzip" and "bzip2" only: a gz or bz2 archive goes on to 7-Zip.
   if (type == u"gzip" || type == ArchiveType::Bzip2) {
-    services_.dialogs.alert(QStringLiteral("Archive not supported."),
-                            QStringLiteral("This archive type is not supported for updating."),
-                            QString());
+    ArchiveEditing::alertNotUpdatable(services_.dialogs);
     return;
   }
   const ArchiveCommands::Archive target{type, filepath_};
