@@ -102,11 +102,7 @@ void UpdateClass::CheckForNewVersion() {
   // Compared whole, as text: any difference is an update.
   if (!newest || *newest == QCoreApplication::applicationVersion())
     return;
-  showVersions(*newest);
-  showNotes(HttpText::fetch(updateFile(QStringLiteral("updatechanges.txt")), deadline)
-                .value_or(QString()));
-  downloadBtn_->setEnabled(true);
-  WindowPlacement::centreAndShow(updateWindow_);
+  showUpdate(*newest, deadline, true);
 }
 
 void UpdateClass::mnuLatestVersionChanges() {
@@ -120,10 +116,15 @@ void UpdateClass::mnuLatestVersionChanges() {
                    QStringLiteral("OK"));
     return;
   }
-  showVersions(*newest);
+  showUpdate(*newest, deadline, false);
+}
+
+void UpdateClass::showUpdate(const QString& newest, const QDeadlineTimer& deadline,
+                             bool offerDownload) {
+  showVersions(newest);
   showNotes(HttpText::fetch(updateFile(QStringLiteral("updatechanges.txt")), deadline)
                 .value_or(QString()));
-  downloadBtn_->setEnabled(false);
+  downloadBtn_->setEnabled(offerDownload);
   WindowPlacement::centreAndShow(updateWindow_);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QUrl>
 
@@ -45,6 +46,9 @@ class UpdateClass : public QObject {
   void autoCheckChanged(bool on);
 
  private:
+  // The window with the newest version's number and notes, the latter
+  // fetched within the same deadline.
+  void showUpdate(const QString& newest, const QDeadlineTimer& deadline, bool offerDownload);
   void showVersions(const QString& newest);
   void showNotes(const QString& notes);
 

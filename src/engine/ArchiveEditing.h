@@ -4,8 +4,8 @@
 
 #include <QObject>
 
-class Dialogs;
 class AddingWindows;
+class Dialogs;
 
 // Changing the open archive in place: deleting the selected entries and
 // adding files and folders, re-listing it afterwards.
