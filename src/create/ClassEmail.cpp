@@ -1,5 +1,6 @@
 #include "create/ClassEmail.h"
 
+#include "create/MailNotice.h"
 #include "platform/ObjectNames.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/WindowPlacement.h"
@@ -65,13 +66,14 @@ void ClassEmail::btnOpenEmailSettings() {
   if (mailSettingsWindow_->isVisible())
     return;
   if (PreferencesStore::contains(kMailaddress)) {
-    fieldTo_->setText(PreferencesStore::text(kMailaddress));
-    fieldSubject_->setText(PreferencesStore::text(kMailsubject));
+    const MailNotice::Settings stored = MailNotice::Settings::stored();
+    fieldTo_->setText(stored.address);
+    fieldSubject_->setText(stored.subject);
     if (PreferencesStore::contains(kMailmessage))
-      fieldMessage_->setPlainText(PreferencesStore::text(kMailmessage));
-    if (PreferencesStore::text(kAttachlink) == u"1")
+      fieldMessage_->setPlainText(stored.message);
+    if (stored.attachLink)
       chkAttachLinkOutlet_->setChecked(true);
-    if (PreferencesStore::text(kIncludedate) == u"1")
+    if (stored.includeDate)
       chkIncludeDateOutlet_->setChecked(true);
   }
   WindowPlacement::centreAndShow(mailSettingsWindow_);

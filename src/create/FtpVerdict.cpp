@@ -20,13 +20,6 @@ QString curlErrorLine(const QString& text) {
 std::optional<Failure> of(const QByteArray& errors, bool canceledByUser) {
   const QString text = QString::fromUtf8(errors);
   using Kind = Failure::Kind;
-  const bool failed = canceledByUser || mentions(text, "denied") || mentions(text, "curl: (6)") ||
-                      mentions(text, "curl: (7)") || mentions(text, "curl: (56)");
-  if (!failed) {
-    if (mentions(text, "curl: ("))
-      return Failure{Kind::Other, QStringLiteral("FTP transfer failed"), curlErrorLine(text)};
-    return std::nullopt;
-  }
   if (mentions(text, "curl: (6)"))
     return Failure{Kind::CouldNotResolve, QStringLiteral("Could not resolve host"),
                    QStringLiteral("Quillet is unable to resoulve the host address.\nPlease double "
@@ -41,12 +34,16 @@ std::optional<Failure> of(const QByteArray& errors, bool canceledByUser) {
   if (canceledByUser)
     return Failure{Kind::Canceled, QStringLiteral("FTP upload canceled"),
                    QStringLiteral("Uploading terminated by the user.")};
-  return Failure{
-      Kind::LoginFailed, QStringLiteral("FTP login failed"),
-      QStringLiteral("Quillet can not connect to the FTP server.\nPossible reasons:\n\n- "
-                     "Wrong FTP address or subdirectory (subdirectory must end with /)\n- "
-                     "Wrong user name or password\n- FTP server is down, please check "
-                     "the FTP server state")};
+  if (mentions(text, "denied"))
+    return Failure{
+        Kind::LoginFailed, QStringLiteral("FTP login failed"),
+        QStringLiteral("Quillet can not connect to the FTP server.\nPossible reasons:\n\n- "
+                       "Wrong FTP address or subdirectory (subdirectory must end with /)\n- "
+                       "Wrong user name or password\n- FTP server is down, please check "
+                       "the FTP server state")};
+  if (mentions(text, "curl: ("))
+    return Failure{Kind::Other, QStringLiteral("FTP transfer failed"), curlErrorLine(text)};
+  return std::nullopt;
 }
 
 }  // namespace FtpVerdict
