@@ -406,8 +406,7 @@ void CreateArchiveWindow::showControls() {
   everyItemNewArchiveLabel_->setVisible(options_.everyItemLabelVisible);
   chkUploadToFTPAfterCompression_->setEnabled(options_.uploadEnabled);
   chkUploadToFTPAfterCompression_->setChecked(options_.uploadChecked);
+  // Lays the window out again, so that it follows its drawers at once,
+  // also when they close.
   chkUploadFtpAfterCompressionAction();
-  // The window follows its drawers at once, also when they close.
-  layout()->activate();
-  adjustSize();
 }
