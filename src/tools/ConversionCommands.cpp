@@ -4,9 +4,9 @@
 #include "engine/ArchiveCommands.h"
 #include "engine/ArchiveType.h"
 #include "engine/LiteralNames.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "engine/PathText.h"
 #include "engine/ToolLocations.h"
-#include "engine/OwnTemporaryFolder.h"
 
 namespace ConversionCommands {
 namespace {

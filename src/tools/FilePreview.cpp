@@ -5,13 +5,13 @@
 #include "engine/EntriesProxy.h"
 #include "engine/ExtractionGuard.h"
 #include "engine/MainWindowUi.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "engine/PathText.h"
 #include "engine/SizeText.h"
 #include "engine/TestReport.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "tools/FilePreviewPanel.h"
-#include "engine/OwnTemporaryFolder.h"
 #include "tools/PreviewRules.h"
 
 #include <QDir>

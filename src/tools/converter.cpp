@@ -5,13 +5,13 @@
 #include "engine/ArchiveType.h"
 #include "engine/LiteralNames.h"
 #include "engine/MainWindowUi.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "engine/PathText.h"
 #include "engine/ToolProblem.h"
 #include "platform/Dialogs.h"
 #include "platform/ResourceIcons.h"
 #include "platform/WindowPlacement.h"
 #include "tools/ConverterWindow.h"
-#include "engine/OwnTemporaryFolder.h"
 
 #include <QAbstractButton>
 #include <QDir>

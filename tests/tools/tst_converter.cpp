@@ -1,11 +1,11 @@
 #include "create/JobSettings.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "platform/PreferenceKeys.h"
 #include "platform/PreferencesStore.h"
 #include "platform/ProcessToolRunner.h"
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 #include "tools/ConverterWindow.h"
-#include "engine/OwnTemporaryFolder.h"
 #include "tools/converter.h"
 
 #include <QDir>

@@ -1,10 +1,10 @@
 #include "engine/EntriesModel.h"
+#include "engine/OwnTemporaryFolder.h"
 #include "platform/ProcessToolRunner.h"
 #include "support/EngineFixture.h"
 #include "support/TestArchives.h"
 #include "tools/FilePreview.h"
 #include "tools/FilePreviewPanel.h"
-#include "engine/OwnTemporaryFolder.h"
 #include "tools/PreviewRules.h"
 
 #include <QDir>
