@@ -4,6 +4,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
 
 #include <sys/stat.h>
 
@@ -44,6 +45,14 @@ bool isInside(const QString& path, const QString& root) {
 bool leadsOutside(const QString& link, const QString& root) {
   const QString target = QFileInfo(link).symLinkTarget();
   return !isInside(resolved(target), resolved(root));
+}
+
+QDateTime now(const QString& folder) {
+  QTemporaryFile marker(QDir(folder).filePath(QStringLiteral(".quillet-now-XXXXXX")));
+  if (!marker.open())
+    return QDateTime::currentDateTime();
+  const QDateTime stamped = linkChangeTime(marker.fileName());
+  return stamped.isValid() ? stamped : QDateTime::currentDateTime();
 }
 
 QStringList removeNewerThan(const QString& root, const QDateTime& since) {

@@ -109,7 +109,7 @@ void Extraction::openDialogForExtraction(const QStringList& sheet, int returnCod
 
   showDialog();
   run.acceptsUserInput = true;
-  const QDateTime started = QDateTime::currentDateTime();
+  const QDateTime started = EscapingLinks::now(destination);
   context_.ui.operationStatus->clear();
   const bool succeeded = context_.runReported(run).succeeded();
   const bool reportsResult = type != ArchiveType::Arj && type != ArchiveType::Lha &&

@@ -275,7 +275,7 @@ OneShotExtraction::Outcome OneShotExtraction::runChecked(ToolRun run, const QStr
   if (guard.collides && !overwrite)
     ArchiveCommands::keepExistingFiles(run);
 
-  const QDateTime started = QDateTime::currentDateTime();
+  const QDateTime started = EscapingLinks::now(run.directory);
   const ToolResult result = services_.runner.run(run);
   const std::optional<ToolProblem> problem = ToolProblem::of(run, result);
   if (problem && problem->kind == ToolProblem::Kind::MissingProgram)
